@@ -1,0 +1,31 @@
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+#include "platform/SettingsStore.h"
+#include "shell/AppState.h"
+#include "shell/Settings.h"
+#include "support/TestEnv.h"
+
+TEST(Settings, AbsentKeysGiveTheirDefaultsAndSavedValuesAreReadAgainAtEachUse) {
+  EXPECT_EQ(settings::GetSetting("SelectPictures", settings::DefaultOf("SelectPictures")),
+            "11111111000000000001");
+  EXPECT_EQ(settings::GetInt("SortOrder", 1), 1);
+  EXPECT_FALSE(settings::GetTrueFalse("SortDescending", false));
+
+  settings::SaveSetting("SortOrder", "3");
+  settings::SaveTrueFalse("SortDescending", true);
+  EXPECT_EQ(settings::GetInt("SortOrder", 1), 3);
+  EXPECT_EQ(settings::GetSetting("SortDescending"), "True");
+
+  // Another program of the family writes the same file; the next read sees it.
+  platform::SaveSetting("Vistrel", "Settings", "AlarmStatus", "Armed");
+  EXPECT_EQ(settings::GetSetting("AlarmStatus", "Off"), "Armed");
+  EXPECT_TRUE(QFile::exists(testenv::Root() + "/config/Vistrel/Vistrel.ini"));
+}
+
+TEST(Settings, UnreadableNumbersFallBackToTheDefault) {
+  settings::SaveSetting("ThumbnailSize", "large");
+  EXPECT_EQ(settings::GetInt("ThumbnailSize", 1440), 1440);
+  EXPECT_EQ(settings::DefaultOf("DefaultFolder"), App().ProgramFolder + "/MyMedia");
+}

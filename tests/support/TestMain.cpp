@@ -1,0 +1,20 @@
+// The test program's entry: one offscreen QApplication for all tests, and
+// every test isolated in its own temporary folders.
+
+#include <gtest/gtest.h>
+#include <clocale>
+
+#include <QApplication>
+
+namespace testenv {
+void InstallIsolation();
+}
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argc, argv);
+  QApplication app(argc, argv);
+  std::setlocale(LC_NUMERIC, "C");
+  testenv::InstallIsolation();
+  return RUN_ALL_TESTS();
+}
