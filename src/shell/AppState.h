@@ -73,6 +73,9 @@ struct AppState {
   MsgBoxEnhanced* MsgBox = nullptr;
 
   bool AssociationsReset = false;
+
+  QStringList CdDrives;
+  int CdDriveCount = 0;
 };
 
 // The one instance.

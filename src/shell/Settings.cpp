@@ -83,10 +83,8 @@ QString DefaultOf(const QString& key) {
       {"PriorWeb", ""},
       {"PriorFTP", ""},
   };
-  if (key == "DefaultFolder" || key == "LastAlbumFolder") {
-    const QString folder = GetSetting("DefaultFolder", MyMediaFolder());
-    return key == "DefaultFolder" ? MyMediaFolder() : folder;
-  }
+  if (key == "DefaultFolder") return MyMediaFolder();
+  if (key == "LastAlbumFolder") return GetSetting("DefaultFolder", MyMediaFolder());
   return defaults.value(key);
 }
 

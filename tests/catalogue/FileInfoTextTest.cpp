@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+
+#include <QDateTime>
+#include <QFile>
+#include <QLocale>
+
+#include "catalogue/FileInfoText.h"
+#include "catalogue/MediaTypes.h"
+#include "support/TestEnv.h"
+
+namespace {
+
+QDateTime At(int hour, int minute, int second) {
+  return QDateTime(QDate(2003, 7, 4), QTime(hour, minute, second));
+}
+
+}  // namespace
+
+TEST(FileInfoTextTest, DateAndTimeLinesKeepNoonAmongTheMorning) {
+  EXPECT_EQ(FileTimeLine(At(0, 5, 9)), "Time: 12:05:09 AM");
+  EXPECT_EQ(FileTimeLine(At(9, 59, 59)), "Time: 9:59:59 AM");
+  EXPECT_EQ(FileTimeLine(At(12, 5, 9)), "Time: 12:05:09 AM");
+  EXPECT_EQ(FileTimeLine(At(13, 5, 9)), "Time: 1:05:09 PM");
+  EXPECT_EQ(FileTimeLine(At(23, 59, 1)), "Time: 11:59:01 PM");
+  EXPECT_EQ(FileDateLine(At(10, 0, 0)), "Date: 07/04/2003");
+  EXPECT_EQ(FileDateLine(QDateTime(QDate(1999, 12, 31), QTime(1, 0))), "Date: 12/31/1999");
+}
+
+TEST(FileInfoTextTest, TypeLineFollowsTheMediaCode) {
+  FillMediaTables();
+  FillExteriorTables();
+  const QStringList names{"a.JPG", "b.ico",   "c.cur", "d.avi", "e.mp3",
+                          "f.pdf", "clip.rm", "g.htm", "README"};
+  QStringList lines;
+  for (const QString& name : names) lines << FileTypeLine(name);
+  EXPECT_EQ(lines, (QStringList{"Type: Picture", "Type: Icon", "Type: Cursor", "Type: Video",
+                                "Type: Audio", "Type: Document", "Type: Unknown", "Type: Unknown",
+                                "Type: Unknown"}));
+}
+
+TEST(FileInfoTextTest, WholeTextOfFiles) {
+  FillMediaTables();
+  const QLocale saved;
+  QLocale::setDefault(QLocale::c());
+  const QDateTime before = QDateTime::currentDateTime().addSecs(-2);
+  const QString empty = testenv::MakeFile(testenv::Root() + "/empty.jpg", QByteArray());
+  const QString big = testenv::MakeFile(testenv::Root() + "/big.mp3", QByteArray(1234567, 'x'));
+  const QDateTime created = GetFileCreated(empty);
+  EXPECT_GE(created, before);
+  EXPECT_LE(created, QDateTime::currentDateTime().addSecs(2));
+  EXPECT_EQ(FileInfoText("empty.jpg", empty),
+            "File:    empty.jpg\r\nType: Picture\r\nSize:  0 bytes\r\n" + FileDateLine(created) +
+                "\r\n" + FileTimeLine(created));
+  // The name shows as given.
+  EXPECT_TRUE(FileInfoText("My song", big)
+                  .startsWith("File:    My song\r\nType: Unknown\r\nSize:  1,234,567 bytes\r\n"));
+
+  // The date is the creation date, not that of the last change.
+  QFile file(big);
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+  ASSERT_TRUE(file.setFileTime(QDateTime(QDate(2001, 2, 3), QTime(4, 5)),
+                               QFileDevice::FileModificationTime));
+  file.close();
+  EXPECT_EQ(FileInfoText("big.mp3", big).split("\r\n").value(3),
+            FileDateLine(QDateTime::currentDateTime()));
+
+  EXPECT_EQ(FileInfoText("gone.jpg", testenv::Root() + "/gone.jpg"), "");
+  QLocale::setDefault(saved);
+}
