@@ -71,7 +71,7 @@ QString DataFolder() { return QStringLiteral(VISTREL_TEST_DATA_DIR); }
 QString InstallDataFile() {
   const QString target = ProgramFolder() + "/Vistrel.VRD";
   QFile::remove(target);
-  QFile::copy(BuildProgramFolder() + "/Vistrel.VRD", target);
+  QFile::copy(QStringLiteral(VISTREL_FRESH_DATA_FILE), target);
   QFile::setPermissions(target, QFile::ReadOwner | QFile::WriteOwner);
   return target;
 }

@@ -17,7 +17,7 @@ QString BuildProgramFolder();
 // Folder of the small fixture files kept with the tests.
 QString DataFolder();
 
-// Copies the built data file into the test's program folder; its path.
+// Copies a fresh data file, as the build makes it, into the test's program folder; its path.
 QString InstallDataFile();
 // Makes a file of the given bytes (folders created as needed); its path.
 QString MakeFile(const QString& path, const QByteArray& bytes);

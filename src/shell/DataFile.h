@@ -1,0 +1,26 @@
+#pragma once
+// Opening and closing the data file "Vistrel.VRD" in the program folder.
+
+#include <QString>
+
+// Path of a file in the program folder: the folder, one "/" and the name
+// (a root folder "/" gives "/name").
+QString ProgramFolderFile(const QString& name);
+// "Vistrel.VRD" and "MediaTemp.VRD", the target of compaction.
+QString DataFilePath();
+QString DataFileTempPath();
+
+// Opens the shared connection (App().DatabaseConnection). A missing or
+// unreadable file, or one that the program's password does not open, shows
+// the stop message and gives false: the program must end. The file itself is
+// left as it was.
+bool OpenDataFile();
+
+// Closes the shared connection and compacts the file. Shows nothing; a
+// failed compaction leaves the data file as it was.
+void CloseDataFile();
+
+// Writes a compacted copy of the data file into tempPath, checks the copy and
+// only then puts it in the data file's place. A leftover tempPath is removed
+// first; on any failure the copy goes and the data file stays untouched.
+bool CompactDataFile(const QString& dataPath, const QString& tempPath);
