@@ -1,0 +1,79 @@
+// vistrel-decode: draws one metafile and writes it as PNG to standard
+// output. Usage: vistrel-decode [--fit WxH] [--] FILE
+// Exit codes: 0 drawn, 1 not drawable, 2 bad arguments or unreadable file.
+// The program runs it as a separate process so that a file that crashes or
+// hangs the drawing libraries cannot harm it.
+
+#include <unistd.h>
+
+#include <QBuffer>
+#include <QFile>
+#include <QGuiApplication>
+#include <QImage>
+#include <QStringList>
+#include <cstdio>
+
+#include "decoder/EmfRenderer.h"
+#include "decoder/WmfRenderer.h"
+
+namespace {
+
+QSize ParseSize(const QString& text) {
+  const QStringList parts = text.split('x');
+  if (parts.size() != 2) return QSize();
+  bool okW = false, okH = false;
+  const int w = parts[0].toInt(&okW), h = parts[1].toInt(&okH);
+  return okW && okH && w > 0 && h > 0 ? QSize(w, h) : QSize();
+}
+
+bool WriteAll(const QByteArray& bytes) {
+  qsizetype done = 0;
+  while (done < bytes.size()) {
+    const ssize_t n = ::write(STDOUT_FILENO, bytes.constData() + done, size_t(bytes.size() - done));
+    if (n <= 0) return false;
+    done += n;
+  }
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  QGuiApplication app(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments().mid(1);
+
+  QSize fitInto;
+  QString path;
+  for (qsizetype i = 0; i < arguments.size(); ++i) {
+    const QString& a = arguments[i];
+    if (a == "--fit" && i + 1 < arguments.size()) {
+      fitInto = ParseSize(arguments[++i]);
+      if (!fitInto.isValid()) return 2;
+    } else if (a == "--" && i + 1 < arguments.size()) {
+      path = arguments[++i];
+    } else if (path.isEmpty() && !a.startsWith("--")) {
+      path = a;
+    } else {
+      return 2;
+    }
+  }
+  if (path.isEmpty()) return 2;
+
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return 2;
+  const QByteArray bytes = file.readAll();
+  file.close();
+
+  // The content decides: a file named .wmf that holds an enhanced
+  // metafile is drawn as one, and the other way round.
+  const QImage picture =
+      decoder::LooksLikeEmf(bytes) ? decoder::RenderEmf(bytes, fitInto) : decoder::RenderWmf(bytes, fitInto);
+  if (picture.isNull()) return 1;
+
+  QByteArray png;
+  QBuffer buffer(&png);
+  buffer.open(QIODevice::WriteOnly);
+  if (!picture.save(&buffer, "PNG")) return 1;
+  return WriteAll(png) ? 0 : 1;
+}
