@@ -1,7 +1,10 @@
-// Vistrel's start routine.
+// Vistrel's entry point.
 #include <QApplication>
 
+#include "shell/Main.h"
+
 int main(int argc, char** argv) {
-  QApplication app(argc, argv);
-  return 0;
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("Vistrel");
+  return Main(application);
 }

@@ -10,9 +10,11 @@
 #include <QTimer>
 #include <QVBoxLayout>
 
+#include "controls/MsgBoxEnhanced.h"
 #include "controls/PaintRoutines.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/SystemMessage.h"
+#include "shell/AppState.h"
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   setObjectName("frmAbout");
@@ -66,9 +68,12 @@ QString SystemInformationProgram() {
 
 void frmAbout::StartSysInfo() {
   const QString program = SystemInformationProgram();
-  if (program.isEmpty() || !platform::StartProgram(program, {})) {
-    platform::ShowSystemMessage("System Information Is Unavailable At This Time", "Vistrel",
-                                platform::MessageIcon::Information);
+  if (!program.isEmpty() && platform::StartProgram(program, {})) return;
+  const QString text = "System Information Is Unavailable At This Time";
+  if (App().MsgBox) {
+    App().MsgBox->MsgBox(text, 48);
+  } else {
+    platform::ShowSystemMessage(text, "Vistrel", platform::MessageIcon::Information);
   }
 }
 

@@ -1,0 +1,50 @@
+#include "shell/Main.h"
+
+#include <QApplication>
+#include <QDir>
+#include <clocale>
+
+#include "platform/SingleInstance.h"
+#include "platform/SystemMessage.h"
+#include "shell/AppState.h"
+#include "shell/MainForm.h"
+#include "shell/SizeForm.h"
+
+int Main(QApplication& application) {
+  // Number parsing in the media libraries needs the C numeric locale.
+  std::setlocale(LC_NUMERIC, "C");
+
+  platform::SingleInstance instance("Vistrel");
+  if (!instance.Acquired()) {
+    platform::ShowSystemMessage("The Vistrel program is already running", "Vistrel",
+                                platform::MessageIcon::Information);
+    return 0;
+  }
+
+  AppState& app = App();
+  app.ColorDarkGrey = QColor(150, 150, 150);
+  app.ColorLightGrey = QColor(192, 192, 192);
+
+  SizeForm sizeForm;
+
+  app.MainActivated = false;
+  app.ShuttingDown = false;
+  app.ChooseDirectoryOpen = false;
+  app.FindFilesTreeLive = false;
+  app.IsNtPlatform = true;
+  app.IsNotNtPlatform = !app.IsNtPlatform;
+
+  // Everything relative in the program, the data file and the sibling
+  // programs included, is relative to the program's own folder.
+  const QString programFolder = QCoreApplication::applicationDirPath();
+  QDir::setCurrent(programFolder);
+  app.ProgramFolder = programFolder;
+  app.TempFolder = QDir::tempPath().left(64);
+  app.CurrentForm = nullptr;
+
+  MainForm mainForm(&sizeForm);
+  if (!mainForm.MDIForm_Load()) return 1;
+  mainForm.show();
+  application.setQuitOnLastWindowClosed(false);
+  return application.exec();
+}

@@ -1,0 +1,377 @@
+#include "shell/MainForm.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScreen>
+#include <QWindow>
+
+#include "browser/Thumbnails.h"
+#include "catalogue/MediaTypes.h"
+#include "controls/MessageBoxAppearance.h"
+#include "controls/MsgBoxEnhanced.h"
+#include "platform/SiblingPrograms.h"
+#include "platform/Twips.h"
+#include "shell/AppState.h"
+#include "shell/CommandBar.h"
+#include "shell/DataFile.h"
+#include "shell/Logo.h"
+#include "shell/Settings.h"
+#include "shell/SizeForm.h"
+#include "shell/WindowRegistry.h"
+
+namespace {
+
+// Height of the command bar strip at the top of the client area: the
+// browser takes the client height less 1230 twips.
+constexpr int CommandBarTwips = 1230;
+// The browser is the main window's width less this.
+constexpr int BrowserWidthMarginTwips = 195;
+
+// Holds the thread for the given time while letting events run.
+void LetEventsRunFor(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+QMdiSubWindow* AddFixedSubWindow(QMdiArea* area, QWidget* content) {
+  QMdiSubWindow* sub = area->addSubWindow(content, Qt::FramelessWindowHint | Qt::SubWindow);
+  sub->setOption(QMdiSubWindow::RubberBandMove, false);
+  sub->setAttribute(Qt::WA_DeleteOnClose);
+  sub->show();
+  return sub;
+}
+
+}  // namespace
+
+MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
+    : QMainWindow(parent), sizeForm_(sizeForm), area_(new QMdiArea(this)) {
+  setObjectName("MainForm");
+  setWindowTitle("Vistrel");
+  setCentralWidget(area_);
+  area_->setBackground(QColor(128, 128, 128));
+  area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setMinimumSize(twips::ToPixels(MainMinimumWidth), twips::ToPixels(MainMinimumHeight));
+  Timer2.setInterval(600);
+  Timer2.setSingleShot(true);
+  connect(&Timer2, &QTimer::timeout, this, &MainForm::Refit);
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
+    if (s == Qt::ApplicationActive) ApplicationActivated();
+  });
+  Windows().Loaded("MainForm", this);
+}
+
+MainForm::~MainForm() = default;
+
+QRect MainForm::WorkAreaTwips() const {
+  const QScreen* s = screen() ? screen() : QGuiApplication::primaryScreen();
+  const QRect a = s ? s->availableGeometry() : QRect(0, 0, 1024, 768);
+  return QRect(twips::FromPixels(a.left()), twips::FromPixels(a.top()),
+               twips::FromPixels(a.width()), twips::FromPixels(a.height()));
+}
+
+QRect MainForm::OuterTwips() const {
+  const QRect f = frameGeometry();
+  return QRect(twips::FromPixels(f.left()), twips::FromPixels(f.top()),
+               twips::FromPixels(f.width()), twips::FromPixels(f.height()));
+}
+
+MainWindowState MainForm::PresentState() const {
+  if (isMinimized()) return MainWindowState::Minimised;
+  if (isMaximized()) return MainWindowState::Maximised;
+  return MainWindowState::Normal;
+}
+
+void MainForm::Measure() {
+  // The frame of a window is known once the window system has it on
+  // screen: until then the hidden measuring window stands in.
+  const QWidget* measured = isVisible() ? static_cast<const QWidget*>(this) : sizeForm_;
+  BorderWidth = MeasureBorderWidth(measured);
+  App().TitleBarHeight = MeasureTitleBarHeight(measured);
+}
+
+bool MainForm::MDIForm_Load() {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  AppState& app = App();
+  app.IgnoreNextResize = true;
+  FirstTimerRun = true;
+  FirstActivate = true;
+  WasMinimised = false;
+  SkipRestart = false;
+  // The tutorial's character is drawn by the program itself; there is no
+  // character file to find in a system folder.
+  app.AgentCharacterFile.clear();
+  Measure();
+
+  if (settings::GetInt("ShowSplashScreen", 1) == 1) {
+    app.ViewerWindow = platform::FindWindowByCaption(" Lorvane");
+    app.PainterWindow = platform::FindWindowByCaption(" Tintara");
+    app.SplashShown = app.ViewerWindow == 0 && app.PainterWindow == 0;
+  }
+  if (app.SplashShown) ShowSplash();
+
+  if (!OpenDataFile()) {
+    QApplication::restoreOverrideCursor();
+    Windows().Unload("Logo");
+    delete Logo::Instance();
+    app.SplashShown = false;
+    return false;
+  }
+
+  CreateMsgBox();
+  SetMessageBoxAppearance();
+  FillMediaTables();
+  // The genre table of the tag editor is filled by the tag editor's own
+  // module when it arrives.
+
+  app.ShowPopupData = settings::GetInt("ShowPopupData", 1) == 1;
+  app.ShowPopupHelp = settings::GetInt("ShowPopupHelp", 1) == 1;
+  app.PendingFile.clear();
+  app.SearchResultFile.clear();
+  app.SearchResultFolder.clear();
+
+  LastWindowState = MainWindowState::Normal;
+  RestoreMainPosition();
+  if (settings::GetSetting("MainMaximized", "Yes") == "Yes") {
+    app.IgnoreNextResize = true;
+    setWindowState(windowState() | Qt::WindowMaximized);
+    LastWindowState = MainWindowState::Maximised;
+  }
+
+  if (settings::GetSetting("AlarmStatus", "Off") != "Off") StartAlarmWatcher();
+
+  // The window system's own menu of the window can't take entries here, and
+  // no window procedure needs installing: the about box is reached from the
+  // command bar, and folder and activation notices come as Qt events.
+  QCoreApplication::processEvents();
+  QApplication::restoreOverrideCursor();
+  return true;
+}
+
+void MainForm::ShowSplash() {
+  auto* logo = new Logo;
+  logo->setAttribute(Qt::WA_DeleteOnClose);
+  Windows().Loaded("Logo", logo);
+  logo->setWindowFlag(Qt::WindowStaysOnTopHint);
+  if (const QScreen* s = QGuiApplication::primaryScreen())
+    logo->move(s->availableGeometry().center() - logo->rect().center());
+  logo->show();
+  logo->SetMessage("PLEASE WAIT... Setting up display data");
+  QCoreApplication::processEvents();
+  LetEventsRunFor(1000);
+}
+
+void MainForm::StartAlarmWatcher() {
+  // An armed alarm survives a restart: the viewer program that rings it is
+  // started when it is not running.
+  App().ViewerWindow = platform::FindWindowByCaption(" Lorvane");
+  if (App().ViewerWindow != 0) return;
+  const QString path = App().ProgramFolder + "/Lorvane";
+  platform::StartProgram(path, {});
+}
+
+void MainForm::RestoreMainPosition() {
+  restoredOuter_ = RestoredMainRect(WorkAreaTwips());
+  App().IgnoreNextResize = true;
+  ApplyOuterSize(restoredOuter_);
+  move(twips::ToPixels(restoredOuter_.left()), twips::ToPixels(restoredOuter_.top()));
+}
+
+void MainForm::ApplyOuterSize(const QRect& outerTwips) {
+  // The saved measures are the outer ones, frame included. The frame is
+  // known once the window system has the window; until then the measuring
+  // window's frame stands in.
+  const bool framed = isVisible();
+  const int frameWidth = framed ? frameGeometry().width() - width()
+                                : twips::ToPixels(2 * BorderWidth);
+  const int frameHeight = framed ? frameGeometry().height() - height()
+                                 : twips::ToPixels(App().TitleBarHeight + BorderWidth);
+  setMinimumSize(twips::ToPixels(MainMinimumWidth) - frameWidth,
+                 twips::ToPixels(MainMinimumHeight) - frameHeight);
+  resize(twips::ToPixels(outerTwips.width()) - frameWidth,
+         twips::ToPixels(outerTwips.height()) - frameHeight);
+}
+
+void MainForm::MDIForm_Activate() {
+  QApplication::setOverrideCursor(Qt::WaitCursor);
+  Measure();
+  QRect outer = OuterTwips();
+  LastHeight = outer.height();
+  LastWidth = outer.width();
+  AppState& app = App();
+  if (FirstActivate) {
+    FirstActivate = false;
+    // Now that the window has its frame, the restored outer size is made
+    // exact, so that a start and a close leave the saved size as it was.
+    if (PresentState() == MainWindowState::Normal && restoredOuter_.isValid() &&
+        OuterTwips().size() != restoredOuter_.size()) {
+      App().IgnoreNextResize = true;
+      ApplyOuterSize(restoredOuter_);
+      const QRect corrected = OuterTwips();
+      LastHeight = corrected.height();
+      LastWidth = corrected.width();
+      outer = corrected;
+    }
+    app.MainClientHeight = outer.height() - app.TitleBarHeight - BorderWidth;
+    app.MainClientWidth = outer.width() - 2 * BorderWidth;
+
+    auto* bar = new CommandBar;
+    Windows().Loaded("CommandBar", bar);
+    commandBarWindow_ = AddFixedSubWindow(area_, bar);
+    auto* browser = new Thumbnails;
+    Windows().Loaded("Thumbnails", browser);
+    thumbnailsWindow_ = AddFixedSubWindow(area_, browser);
+    PlaceBrowser();
+    if (app.SplashShown) {
+      if (Logo* logo = Logo::Instance()) logo->SetMessage("PLEASE WAIT... Adjusting for screen size");
+      LetEventsRunFor(1000);
+    }
+    browser->Form_Load();
+    QApplication::changeOverrideCursor(Qt::WaitCursor);
+    QCoreApplication::processEvents();
+    if (app.SplashShown) {
+      Windows().Unload("Logo");
+      app.SplashShown = false;
+    }
+    app.CurrentForm = browser;
+  }
+  app.MainActivated = true;
+  QApplication::restoreOverrideCursor();
+}
+
+void MainForm::PlaceBrowser() {
+  const AppState& app = App();
+  const int barHeight = twips::ToPixels(CommandBarTwips);
+  const int width = std::max(area_->width(), twips::ToPixels(app.MainClientWidth));
+  if (commandBarWindow_) commandBarWindow_->setGeometry(0, 0, width, barHeight);
+  if (thumbnailsWindow_) {
+    const int browserWidth = twips::ToPixels(OuterTwips().width() - BrowserWidthMarginTwips);
+    const int browserHeight = twips::ToPixels(app.MainClientHeight - CommandBarTwips);
+    thumbnailsWindow_->setGeometry(0, barHeight, std::max(browserWidth, 1),
+                                   std::max(browserHeight, 1));
+  }
+}
+
+void MainForm::Refit() {
+  if (App().ShuttingDown) return;
+  App().RefitInProgress = true;
+  PlaceBrowser();
+  App().RefitInProgress = false;
+  App().RefitDone = true;
+}
+
+void MainForm::MDIForm_Resize() {
+  AppState& app = App();
+  if (app.IgnoreNextResize) {
+    app.IgnoreNextResize = false;
+    return;
+  }
+  if (app.ShuttingDown) return;
+  Measure();
+  const MainWindowState state = PresentState();
+  if (state != MainWindowState::Minimised) {
+    QRect outer = OuterTwips();
+    if (outer.height() < MainMinimumHeight) {
+      resize(width(), twips::ToPixels(MainMinimumHeight) - (frameGeometry().height() - height()));
+      return;
+    }
+    if (outer.width() < MainMinimumWidth) {
+      resize(twips::ToPixels(MainMinimumWidth) - (frameGeometry().width() - width()), height());
+      return;
+    }
+    app.MainClientHeight = outer.height() - app.TitleBarHeight - BorderWidth;
+    app.MainClientWidth = outer.width() - 2 * BorderWidth;
+    LastWindowState = state;
+    if (state != MainWindowState::Maximised && (outer.left() < 0 || outer.top() < 0))
+      move(std::max(frameGeometry().left(), 0), std::max(frameGeometry().top(), 0));
+  }
+  if (app.MainActivated) {
+    if (state == MainWindowState::Minimised) {
+      WasMinimised = true;
+      Windows().Unload("Magnifier");
+      SkipRestart = true;
+    } else if (WasMinimised) {
+      WasMinimised = false;
+      const int expected = twips::ToPixels(OuterTwips().width() - BrowserWidthMarginTwips);
+      if (thumbnailsWindow_ && thumbnailsWindow_->width() != expected) {
+        Refit();
+        return;
+      }
+    } else if (state == MainWindowState::Maximised) {
+      Refit();
+      return;
+    }
+  }
+  if (!SkipRestart) {
+    Timer2.start();
+  } else {
+    SkipRestart = false;
+  }
+}
+
+bool MainForm::MDIForm_QueryUnload() {
+  AppState& app = App();
+  app.CloseRefused = false;
+  Windows().Unload("frmAbout");
+  for (const char* name : {"OptionsEntry", "SelectionSort", "AlbumEdit"}) {
+    Windows().Unload(name);
+    if (app.CloseRefused) {
+      if (QWidget* refusing = Windows().Find(name)) refusing->setFocus();
+      return false;
+    }
+    QCoreApplication::processEvents();
+  }
+  app.ShuttingDown = true;
+  Timer2.stop();
+  Windows().UnloadAllExcept({"MainForm"});
+  commandBarWindow_ = nullptr;
+  thumbnailsWindow_ = nullptr;
+  ReleaseMsgBox();
+  CloseDataFile();
+  SaveMainPosition(LastWindowState, PresentState(), OuterTwips(), LastWidth, LastHeight,
+                   WorkAreaTwips());
+  return true;
+}
+
+void MainForm::ApplicationActivated() {
+  // Coming back to the program: options that a sibling program changed are
+  // read again, and the current window runs its activation once more.
+  AppState& app = App();
+  if (!app.MainActivated || app.ShuttingDown) return;
+  app.ShowPopupHelp = settings::GetInt("ShowPopupHelp", 1) == 1;
+  app.ShowPopupData = settings::GetInt("ShowPopupData", 1) == 1;
+  if (app.CurrentForm) QMetaObject::invokeMethod(app.CurrentForm, "Form_Activate");
+}
+
+bool MainForm::event(QEvent* event) {
+  const bool handled = QMainWindow::event(event);
+  if (event->type() == QEvent::WindowActivate && !App().ShuttingDown) MDIForm_Activate();
+  return handled;
+}
+
+void MainForm::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  MDIForm_Resize();
+}
+
+void MainForm::changeEvent(QEvent* event) {
+  QMainWindow::changeEvent(event);
+  if (event->type() == QEvent::WindowStateChange && isMinimized()) MDIForm_Resize();
+}
+
+void MainForm::closeEvent(QCloseEvent* event) {
+  if (closing_) {
+    event->accept();
+    return;
+  }
+  if (!MDIForm_QueryUnload()) {
+    event->ignore();
+    return;
+  }
+  closing_ = true;
+  event->accept();
+  QCoreApplication::quit();
+}

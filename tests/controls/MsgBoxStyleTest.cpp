@@ -1,0 +1,166 @@
+#include <gtest/gtest.h>
+
+#include "controls/MsgBoxEnhanced.h"
+#include "controls/MsgBoxLayout.h"
+#include "controls/MsgBoxStyle.h"
+
+using namespace msgbox;
+
+TEST(MsgBoxStyle, StyleWordGivesButtonsIconAndDefault) {
+  const Style yesNoDefaultNo = DecodeStyle(292);  // 256 + 32 + 4
+  EXPECT_EQ(yesNoDefaultNo.Captions, QStringList({"&Yes", "&No"}));
+  EXPECT_EQ(yesNoDefaultNo.IconIndex, 1);
+  EXPECT_EQ(yesNoDefaultNo.EffectiveDefault(), 1);
+  EXPECT_EQ(DecodeStyle(36).EffectiveDefault(), 0);
+  EXPECT_EQ(DecodeStyle(35).Captions, QStringList({"&Yes", "&No", "Cancel"}));
+  EXPECT_EQ(DecodeStyle(2 + 48).Captions, QStringList({"&Abort", "&Retry", "&Ignore"}));
+  EXPECT_EQ(DecodeStyle(2 + 48).IconIndex, 2);
+  EXPECT_EQ(DecodeStyle(5 + 64).Captions, QStringList({"&Retry", "Cancel"}));
+  EXPECT_EQ(DecodeStyle(5 + 64).IconIndex, 3);
+  EXPECT_EQ(DecodeStyle(16).IconIndex, 0);
+  EXPECT_EQ(DecodeStyle(80).IconIndex, -1);  // beyond the four icons
+
+  // The default only counts within the set; unknown sets show nothing.
+  EXPECT_EQ(DecodeStyle(512 + 4).EffectiveDefault(), -1);
+  EXPECT_EQ(DecodeStyle(512 + 3).EffectiveDefault(), 2);
+  EXPECT_TRUE(DecodeStyle(6).Captions.isEmpty());
+  EXPECT_EQ(DecodeStyle(6).EffectiveDefault(), -1);
+  // A negative word: default 0, no icon, no button.
+  const Style negative = DecodeStyle(-1);
+  EXPECT_EQ(negative.DefaultButton, 0);
+  EXPECT_EQ(negative.IconIndex, -1);
+  EXPECT_TRUE(negative.Captions.isEmpty());
+
+  // Results are read from the exact captions.
+  const QStringList captions = {"&OK", "Cancel", "&Abort", "&Retry", "&Ignore", "&Yes", "&No"};
+  for (int i = 0; i < captions.size(); ++i) EXPECT_EQ(ResultOfCaption(captions[i]), i + 1);
+  EXPECT_EQ(ResultOfCaption("OK"), 0);
+  EXPECT_EQ(ResultOfCaption("cancel"), 0);
+}
+
+TEST(MsgBoxProperties, DefaultsAndSetterRules) {
+  MsgBoxEnhanced box;
+  EXPECT_EQ(box.ForeColorHeading(), 0x8000000Eu);
+  EXPECT_EQ(box.StartUpPosition(), 2);
+  EXPECT_TRUE(box.KeepOnTop() && box.Modal() && box.SoundBeep() && box.ControlBox());
+
+  box.SetBackColorBody(0x123456);
+  EXPECT_EQ(box.BackColorBody(), 0x123456u);
+  box.SetBackColorBody(static_cast<OleColor>(-1));
+  EXPECT_EQ(box.BackColorBody(), 0x8000000Fu);
+  box.SetBackColorHeading(static_cast<OleColor>(-1));
+  EXPECT_EQ(box.BackColorHeading(), 0x80000002u);
+
+  // The direction setter exchanges the pairs from 5 up; the getter shows it.
+  const int given[] = {1, 4, 5, 6, 7, 12, 15, 16, 0, 17, -3};
+  const int stored[] = {1, 4, 6, 5, 8, 11, 16, 15, 1, 1, 1};
+  for (int i = 0; i < 11; ++i) {
+    box.SetGradientDirection(given[i]);
+    EXPECT_EQ(box.GradientDirection(), stored[i]) << "given " << given[i];
+  }
+
+  box.SetHeadingType(2);
+  EXPECT_EQ(box.HeadingType(), 0);
+  box.SetTextAlignment(3);
+  EXPECT_EQ(box.TextAlignment(), 0);
+  box.SetTimerSeconds(-5);
+  EXPECT_EQ(box.TimerSeconds(), 0);
+  box.SetStartUpPosition(3);
+  EXPECT_EQ(box.StartUpPosition(), 2);
+  box.SetStartUpPosition(0);
+  EXPECT_EQ(box.StartUpPosition(), 0);
+  box.SetTop(-15);
+  box.SetLeft(3000);
+  EXPECT_EQ(box.Top(), 0);
+  EXPECT_EQ(box.Left(), 3000);
+}
+
+TEST(MsgBoxLayout, WidthIsDecidedByTitleTextOrButtonRow) {
+  LayoutInput in;
+  in.CaptionWidth = 3000;
+  in.ButtonCount = 1;
+  in.TextWidth = 600;
+  in.TextHeight = 195;
+  in.ScreenWidth = 12000;
+  // A short prompt under a long title: the heading decides.
+  Layout out = ComputeLayout(in);
+  EXPECT_EQ(out.HeadingWidth, 3570);
+  EXPECT_EQ(out.RowWidth, 1665);
+  EXPECT_EQ(out.FormWidth, 3570);
+  in.ControlBox = false;
+  EXPECT_EQ(ComputeLayout(in).FormWidth, 3300);
+
+  // A long prompt decides; three buttons centred below it, 1200 apart.
+  in.CaptionWidth = 600;
+  in.TextWidth = 4000;
+  in.ButtonCount = 3;
+  out = ComputeLayout(in);
+  EXPECT_EQ(out.RowWidth, 4065);
+  EXPECT_EQ(out.FormWidth, 4405);
+  EXPECT_EQ(out.ButtonLeft[0], 455);
+  EXPECT_EQ(out.ButtonLeft[1], 1655);
+  EXPECT_EQ(out.ButtonLeft[2], 2855);
+  EXPECT_EQ(out.CloseBoxLeft, 4045);
+
+  // The row wins over a shorter prompt, a longer title over the row.
+  in.TextWidth = 1000;
+  EXPECT_EQ(ComputeLayout(in).FormWidth, 4065);
+  in.CaptionWidth = 4000;
+  EXPECT_EQ(ComputeLayout(in).FormWidth, 4300);
+
+  // No button at all still leaves a row of 465.
+  in.ButtonCount = 0;
+  in.CaptionWidth = 0;
+  in.TextWidth = 0;
+  EXPECT_EQ(ComputeLayout(in).RowWidth, 465);
+  EXPECT_EQ(ComputeLayout(in).FormWidth, 465);
+
+  // Wider than the screen: clipped to the screen less 240, the prompt stays as wide.
+  in.TextWidth = 20000;
+  in.TextAlignment = 2;
+  out = ComputeLayout(in);
+  EXPECT_EQ(out.FormWidth, 11760);
+  EXPECT_EQ(out.TextX, 150);
+}
+
+TEST(MsgBoxLayout, TextPositionFollowsAlignmentAndIcon) {
+  LayoutInput in;
+  in.CaptionWidth = 600;
+  in.ButtonCount = 3;
+  in.TextWidth = 1000;
+  in.TextHeight = 195;
+  in.ScreenWidth = 12000;
+  in.TextAlignment = 1;
+  EXPECT_EQ(ComputeLayout(in).TextX, 4065 - 1000 - 270);
+  in.TextAlignment = 2;  // (4065 - 1000) / 2 = 1532, down to 1530, less 30
+  EXPECT_EQ(ComputeLayout(in).TextX, 1500);
+  in.TextWidth = 4000;  // the form is as wide as the text asks: right edge no less than TextLeft
+  in.TextAlignment = 1;
+  EXPECT_EQ(ComputeLayout(in).TextX, 150);
+
+  // Without icon: text at 150, buttons 180 below it; form height adds 570.
+  in.TextAlignment = 0;
+  in.TextHeight = 600;
+  Layout out = ComputeLayout(in);
+  EXPECT_EQ(out.TextY, 150);
+  EXPECT_EQ(out.ButtonTop, 930);
+  EXPECT_EQ(out.FormHeight, 930 + 375 + 570);
+
+  // An icon taller than the text centres the text on it.
+  in.HasIcon = true;
+  in.IconWidth = in.IconHeight = 480;
+  in.TextHeight = 195;
+  out = ComputeLayout(in);
+  EXPECT_EQ(out.TextLeft, 750);
+  EXPECT_EQ(out.TextX, 750);
+  EXPECT_EQ(out.TextNeedsWidth, 4000 + 750 + 255);
+  EXPECT_EQ(out.TextY, 142 + 165);
+  EXPECT_EQ(out.ButtonTop, 810);
+  EXPECT_EQ(out.FormHeight, 1755);
+
+  // A text taller than the icon goes back to the plain rule.
+  in.TextHeight = 600;
+  out = ComputeLayout(in);
+  EXPECT_EQ(out.TextY, 150);
+  EXPECT_EQ(out.ButtonTop, 930);
+}
