@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QTimer>
 #include <clocale>
 
 #include "platform/SingleInstance.h"
@@ -45,6 +46,12 @@ int Main(QApplication& application) {
   MainForm mainForm(&sizeForm);
   if (!mainForm.MDIForm_Load()) return 1;
   mainForm.show();
+  mainForm.activateWindow();
+  // Without a window manager no activation ever comes; the first one is
+  // then run by hand once the window is up.
+  QTimer::singleShot(300, &mainForm, [&mainForm] {
+    if (mainForm.FirstActivate) mainForm.MDIForm_Activate();
+  });
   application.setQuitOnLastWindowClosed(false);
   return application.exec();
 }

@@ -51,7 +51,8 @@ MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
   setObjectName("MainForm");
   setWindowTitle("Vistrel");
   setCentralWidget(area_);
-  area_->setBackground(QColor(128, 128, 128));
+  // The strip beside the browser takes the colour of the window itself.
+  area_->setBackground(palette().window());
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setMinimumSize(twips::ToPixels(MainMinimumWidth), twips::ToPixels(MainMinimumHeight));
