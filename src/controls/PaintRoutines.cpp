@@ -1,6 +1,8 @@
 #include "controls/PaintRoutines.h"
 
+#include <QApplication>
 #include <QPainter>
+#include <QPalette>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -37,7 +39,68 @@ void PaintFormGradient(QPainter& painter, const QSize& sizePixels, int red, int 
 }
 
 QPixmap CaptureWindow(QWidget* window, bool client, int left, int top, int width, int height) {
+  Q_UNUSED(client);
   if (!window || width <= 0 || height <= 0) return QPixmap();
-  QWidget* source = client ? window : window->window();
-  return source->grab(QRect(left, top, width, height));
+  return window->grab(QRect(left, top, width, height));
+}
+
+QColor ColorFromOle(quint32 value) {
+  if (value & 0x80000000u) {
+    const QPalette palette = QApplication::palette();
+    switch (value & 0xFFu) {
+      case 0x00: return palette.color(QPalette::Window);           // scroll bars
+      case 0x01: return palette.color(QPalette::Window);           // desktop
+      case 0x04: return palette.color(QPalette::Window);           // menu
+      case 0x05: return palette.color(QPalette::Base);             // window
+      case 0x06: return palette.color(QPalette::WindowText);       // window frame
+      case 0x07: return palette.color(QPalette::WindowText);       // menu text
+      case 0x08: return palette.color(QPalette::Text);             // window text
+      case 0x0D: return palette.color(QPalette::Highlight);
+      case 0x0E: return palette.color(QPalette::HighlightedText);
+      case 0x0F: return palette.color(QPalette::Button);           // button face
+      case 0x10: return palette.color(QPalette::Dark);             // button shadow
+      case 0x11: return palette.color(QPalette::Disabled, QPalette::Text);
+      case 0x12: return palette.color(QPalette::ButtonText);
+      case 0x14: return palette.color(QPalette::Light);            // highlight edge
+      case 0x15: return palette.color(QPalette::Shadow);           // dark shadow
+      case 0x16: return palette.color(QPalette::Midlight);
+      case 0x17: return palette.color(QPalette::ToolTipText);
+      case 0x18: return palette.color(QPalette::ToolTipBase);
+      default: return palette.color(QPalette::Window);
+    }
+  }
+  return QColor(static_cast<int>(value & 0xFF), static_cast<int>((value >> 8) & 0xFF),
+                static_cast<int>((value >> 16) & 0xFF));
+}
+
+QCursor CursorForMousePointer(int pointer, const QPixmap& mouseIcon) {
+  switch (pointer) {
+    case 1: return QCursor(Qt::ArrowCursor);
+    case 2: return QCursor(Qt::CrossCursor);
+    case 3: return QCursor(Qt::IBeamCursor);
+    case 4: return QCursor(Qt::ArrowCursor);
+    case 5:
+    case 15: return QCursor(Qt::SizeAllCursor);
+    case 6: return QCursor(Qt::SizeBDiagCursor);
+    case 7: return QCursor(Qt::SizeVerCursor);
+    case 8: return QCursor(Qt::SizeFDiagCursor);
+    case 9: return QCursor(Qt::SizeHorCursor);
+    case 10: return QCursor(Qt::UpArrowCursor);
+    case 11: return QCursor(Qt::WaitCursor);
+    case 12: return QCursor(Qt::ForbiddenCursor);
+    case 13: return QCursor(Qt::BusyCursor);
+    case 14: return QCursor(Qt::WhatsThisCursor);
+    case 99:
+      if (!mouseIcon.isNull()) return QCursor(mouseIcon);
+      return QCursor(Qt::ArrowCursor);
+    default: return QCursor(Qt::ArrowCursor);
+  }
+}
+
+void ApplyMousePointer(QWidget* widget, int pointer, const QPixmap& mouseIcon) {
+  if (!widget) return;
+  if (pointer == 0)
+    widget->unsetCursor();
+  else
+    widget->setCursor(CursorForMousePointer(pointer, mouseIcon));
 }

@@ -1,7 +1,10 @@
 #pragma once
 // The program's shaded window backgrounds and window captures.
 
+#include <QColor>
+#include <QCursor>
 #include <QPixmap>
+#include <QtGlobal>
 
 class QPainter;
 class QWidget;
@@ -16,6 +19,22 @@ class QWidget;
 void PaintFormGradient(QPainter& painter, const QSize& sizePixels, int red, int green, int blue,
                        int direction);
 
-// What the widget shows in the rectangle (pixels), as a picture. With
-// client false the window's frame is included where the toolkit has it.
+// What the widget shows in the rectangle (pixels, from the widget's own
+// top left), as a picture; an empty picture for no widget or an empty
+// rectangle. A widget has no frame of its own to capture here, so the
+// client flag changes nothing.
 QPixmap CaptureWindow(QWidget* window, bool client, int left, int top, int width, int height);
+
+// The colour of a colour property: 0x00BBGGRR, or, with the high bit set
+// (0x8000000F), an entry of the system's colours, taken from the palette
+// (0x0F button face, 0x12 button text, 0x05 window, 0x08 window text, ...).
+QColor ColorFromOle(quint32 value);
+
+// The mouse pointer of a control's MousePointer number: 0 the default,
+// 1 arrow, 2 cross, 3 I-beam, 5 and 15 size all, 6 to 9 the sizing arrows,
+// 10 up arrow, 11 hourglass, 12 no drop, 13 arrow and hourglass, 14 arrow
+// and question mark, 99 the custom MouseIcon. Unknown numbers are the
+// default pointer.
+QCursor CursorForMousePointer(int pointer, const QPixmap& mouseIcon = QPixmap());
+// Gives the widget that pointer; 0 leaves it the pointer of its parent.
+void ApplyMousePointer(QWidget* widget, int pointer, const QPixmap& mouseIcon = QPixmap());

@@ -1,0 +1,49 @@
+#include "controls/Headings.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include "controls/PaintRoutines.h"
+
+namespace {
+constexpr int kInset = 6;
+}
+
+Headings::Headings(QWidget* parent) : SmallControl(parent) {}
+
+void Headings::SetFont(const QFont& font) {
+  setFont(font);
+  updateGeometry();
+  update();
+}
+void Headings::SetForeColor(quint32 color) {
+  foreColor_ = color;
+  update();
+}
+void Headings::SetBackColor(quint32 color) {
+  backColor_ = color;
+  update();
+}
+void Headings::SetCaption(const QString& caption) {
+  caption_ = caption;
+  updateGeometry();
+  update();
+}
+
+QSize Headings::sizeHint() const {
+  const QFontMetrics metrics(font());
+  return QSize(metrics.horizontalAdvance(caption_) + 2 * kInset, metrics.height() + 8);
+}
+
+void Headings::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), ColorFromOle(backColor_));
+  painter.setFont(font());
+  painter.setPen(ColorFromOle(foreColor_));
+  painter.drawText(rect().adjusted(kInset, 0, -kInset, -2), Qt::AlignLeft | Qt::AlignVCenter,
+                   caption_);
+  painter.setPen(ColorFromOle(0x80000010));
+  painter.drawLine(0, height() - 2, width() - 1, height() - 2);
+  painter.setPen(ColorFromOle(0x80000014));
+  painter.drawLine(0, height() - 1, width() - 1, height() - 1);
+}
