@@ -12,6 +12,9 @@
 #include "catalogue/MediaTypes.h"
 #include "shell/AppState.h"
 #include "shell/CommandBar.h"
+#include "shell/DataFile.h"
+#include "shell/Database.h"
+#include "shell/Statements.h"
 #include "shell/Settings.h"
 #include "support/TestEnv.h"
 
@@ -139,4 +142,36 @@ TEST_F(ThumbnailsTest, PagesTurnThroughTheScrollBar) {
   EXPECT_EQ(window.VScroll[3]->value(), 0);
   EXPECT_EQ(documents.PageStart, 0);
   EXPECT_EQ(window.Pages[3]->item(0)->text(), "n00.txt");
+}
+
+TEST_F(ThumbnailsTest, AnAlbumListsItsRowsFromTheDataFileInRowOrder) {
+  testenv::InstallDataFile();
+  ASSERT_TRUE(OpenDataFile());
+  Database& db = *App().DatabaseConnection;
+  const QString elsewhere = MakeFolderWith("elsewhere", {"z.jpg", "song.mp3"});
+  const qint32 album = AddAlbum(db, "Holiday d'été; 2001", false);
+  ASSERT_GT(album, 0);
+  ASSERT_TRUE(SavePlaylistFiles(db, album,
+                                {elsewhere + "/z.jpg", "/pics/a.jpg", elsewhere + "/z.jpg",
+                                 "/music/song.ram", "/films/clip.mpg", "", elsewhere + "/song.mp3",
+                                 "/notes/letter.txt", "/icons/app.ico"}));
+
+  settings::SaveSetting("DefaultFolder", MakeFolderWith("folder", {"x.jpg", "readme.txt"}));
+  Thumbnails window;
+  window.Form_Load();
+  App().AlbumMode = true;
+  App().SelectedAlbumId = album;
+  App().CurrentFolder = "Holiday d'été; 2001";
+  window.ChangeDirectory();
+
+  // Rows keep their order and their repeats; "R", "D" and empty rows stay
+  // out; the Documents tab keeps the documents of the last folder.
+  EXPECT_EQ(App().PictureFiles.mid(0, 4), QStringList({elsewhere + "/z.jpg", "/pics/a.jpg",
+                                                         elsewhere + "/z.jpg", "/icons/app.ico"}));
+  EXPECT_EQ(App().VideoFiles.first(), "/films/clip.mpg");
+  EXPECT_EQ(App().AudioFiles.first(), elsewhere + "/song.mp3");
+  EXPECT_EQ(Captions(window),
+            QStringList({"Pictures (4)", "Videos (1)", "Audios (1)", "Documents (1)"}));
+  EXPECT_EQ(PageNames(window.Pages[3]), QStringList({"readme.txt"}));
+  CloseDataFile();
 }
