@@ -1,5 +1,6 @@
 #include "shell/MainForm.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QMdiArea>
@@ -16,6 +17,7 @@
 #include "shell/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/DataFile.h"
+#include "shell/FrmAbout.h"
 #include "shell/Logo.h"
 #include "shell/Settings.h"
 #include "shell/SizeForm.h"
@@ -144,9 +146,8 @@ bool MainForm::MDIForm_Load() {
 
   if (settings::GetSetting("AlarmStatus", "Off") != "Off") StartAlarmWatcher();
 
-  // The window system's own menu of the window can't take entries here, and
-  // no window procedure needs installing: the about box is reached from the
-  // command bar, and folder and activation notices come as Qt events.
+  // No window procedure needs installing: folder and activation notices
+  // come as Qt events, and the about box is reached from the command bar.
   QCoreApplication::processEvents();
   QApplication::restoreOverrideCursor();
   return true;
@@ -221,6 +222,12 @@ void MainForm::MDIForm_Activate() {
 
     auto* bar = new CommandBar;
     Windows().Loaded("CommandBar", bar);
+    // The window system's menu of the window takes no entries of a program
+    // here: "About Vistrel" stands in the command bar's own popup menu.
+    auto* about = new QAction("About Vistrel", bar);
+    connect(about, &QAction::triggered, this, &MainForm::ShowAbout);
+    bar->addAction(about);
+    bar->setContextMenuPolicy(Qt::ActionsContextMenu);
     commandBarWindow_ = AddFixedSubWindow(area_, bar);
     auto* browser = new Thumbnails;
     Windows().Loaded("Thumbnails", browser);
@@ -335,6 +342,17 @@ bool MainForm::MDIForm_QueryUnload() {
   SaveMainPosition(LastWindowState, PresentState(), OuterTwips(), LastWidth, LastHeight,
                    WorkAreaTwips());
   return true;
+}
+
+void MainForm::ShowAbout() {
+  if (QWidget* open = Windows().Find("frmAbout")) {
+    open->activateWindow();
+    return;
+  }
+  auto* about = new frmAbout(this);
+  Windows().Loaded("frmAbout", about);
+  about->show();
+  about->activateWindow();
 }
 
 void MainForm::ApplicationActivated() {

@@ -30,6 +30,8 @@ class MainForm : public QMainWindow {
   void RestoreMainPosition();
 
   QMdiArea* ClientArea() const { return area_; }
+  // Shows the about box (the command bar's popup menu offers it).
+  void ShowAbout();
   // Places the command bar and the browser in the client area.
   void PlaceBrowser();
 

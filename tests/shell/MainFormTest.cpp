@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <QAction>
 #include <QDir>
 #include <QFile>
 
@@ -106,6 +107,13 @@ TEST(MainForm, StartsListsTheDefaultFolderAndSavesItsPlaceAtTheClose) {
   EXPECT_TRUE(Windows().IsLoaded("CommandBar"));
   EXPECT_EQ(App().CurrentFolder, testenv::ProgramFolder() + "/MyMedia");
   EXPECT_TRUE(QDir(testenv::ProgramFolder() + "/MyMedia").exists());
+
+  // The command bar's popup menu offers the about box; the close takes it away.
+  QWidget* bar = Windows().Find("CommandBar");
+  ASSERT_EQ(bar->actions().size(), 1);
+  EXPECT_EQ(bar->actions()[0]->text(), "About Vistrel");
+  bar->actions()[0]->trigger();
+  EXPECT_TRUE(Windows().IsLoaded("frmAbout"));
 
   EXPECT_TRUE(form->MDIForm_QueryUnload());
   EXPECT_TRUE(App().ShuttingDown);
