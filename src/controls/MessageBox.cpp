@@ -8,6 +8,7 @@
 #include <QWindow>
 
 #include "controls/MsgBoxEnhanced.h"
+#include "platform/WindowMove.h"
 #include "controls/MsgBoxLayout.h"
 #include "controls/MsgBoxStyle.h"
 #include "platform/KeyCodes.h"
@@ -265,11 +266,7 @@ void MessageBox::closeEvent(QCloseEvent* event) {
 }
 
 void MessageBox::StartMove(QMouseEvent* event) {
-  // The desktop moves the window where it can; elsewhere it follows the
-  // mouse from here.
-  if (windowHandle() && windowHandle()->startSystemMove()) return;
-  Dragging_ = true;
-  DragOffset_ = event->globalPosition().toPoint() - pos();
+  platform::MoveWindowWithMouse(this, event->globalPosition().toPoint());
 }
 
 bool MessageBox::eventFilter(QObject* watched, QEvent* event) {
@@ -299,14 +296,6 @@ bool MessageBox::eventFilter(QObject* watched, QEvent* event) {
     if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton &&
         Owner_.Moveable()) {
       StartMove(mouse);
-      return true;
-    }
-    if (type == QEvent::MouseMove && Dragging_) {
-      move(mouse->globalPosition().toPoint() - DragOffset_);
-      return true;
-    }
-    if (type == QEvent::MouseButtonRelease && Dragging_) {
-      Dragging_ = false;
       return true;
     }
   }

@@ -90,6 +90,4 @@ class MessageBox : public QDialog {
   bool Unloaded_ = false;
   bool HeadingPainted_ = false;
   bool HeadingActive_ = false;
-  bool Dragging_ = false;
-  QPoint DragOffset_;
 };

@@ -251,10 +251,14 @@ TEST_F(MsgBoxDialog, ProgramAppearanceIsAWhiteGradientBodyWithARuledHeading) {
     // Dragging the body moves the window.
     before = form.pos();
     QTest::mousePress(form.Background, Qt::LeftButton, {}, QPoint(5, 5));
-    QMouseEvent move(QEvent::MouseMove, QPointF(45, 25), form.Background->mapToGlobal(QPointF(45, 25)),
-                     Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+    const QPointF end = form.Background->mapToGlobal(QPointF(45, 25));
+    QMouseEvent move(QEvent::MouseMove, QPointF(45, 25), end, Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
     QApplication::sendEvent(form.Background, &move);
-    QTest::mouseRelease(form.Background, Qt::LeftButton, {}, QPoint(45, 25));
+    // The button comes up where the mouse stopped on the screen.
+    QMouseEvent release(QEvent::MouseButtonRelease, form.Background->mapFromGlobal(end), end,
+                        Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(form.Background, &release);
     after = form.pos();
     QTest::keyClick(&form, Qt::Key_Escape);
   });
