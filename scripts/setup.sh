@@ -12,6 +12,8 @@ PACKAGES=(
   libcdio-dev libcddb2-dev
   libwmf-dev libemf2svg-dev fonts-urw-base35
   libxcb1-dev libxcb-ewmh-dev
+  libpulse-dev pulseaudio pulseaudio-utils pavucontrol
+  libvips-tools imagemagick
   xvfb xauth
 )
 

@@ -2,149 +2,316 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QDoubleSpinBox>
 #include <QFileInfo>
 #include <QFrame>
-#include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
+#include <QLineEdit>
+#include <QPainter>
 #include <QResizeEvent>
-#include <QScrollBar>
-#include <QSignalBlocker>
-#include <QSpinBox>
-#include <QTabBar>
-#include <QTabWidget>
-#include <QVBoxLayout>
+#include <QTimer>
 #include <algorithm>
 
+#include "browser/CdTitles.h"
+#include "browser/CellIcons.h"
 #include "browser/PageTexts.h"
+#include "browser/ThumbnailCache.h"
+#include "browser/ThumbnailLoader.h"
+#include "catalogue/FileInfoText.h"
+#include "controls/BalloonHelp.h"
+#include "catalogue/MediaPicture.h"
 #include "catalogue/MediaTypes.h"
 #include "catalogue/PathParts.h"
+#include "controls/NewImage.h"
+#include "controls/NewTabControl.h"
+#include "controls/NumberBox.h"
+#include "controls/PaintRoutines.h"
+#include "controls/ThumbnailScroll.h"
 #include "platform/Twips.h"
 #include "shell/AppState.h"
+#include "shell/CommandBar.h"
 #include "shell/Database.h"
+#include "shell/HelpTexts.h"
+#include "shell/MainForm.h"
 #include "shell/Settings.h"
 #include "shell/Statements.h"
 #include "shell/WindowRegistry.h"
 
+using namespace pagegeometry;
+
 namespace {
 
-// Height of an icon of the list tabs, and the room the tab strip and the
-// bottom strip take from the window (twips).
-constexpr int IconHeightTwips = 480;
-constexpr int TabStripTwips = 450;
-constexpr int BottomStripTwips = 600;
-constexpr int ScrollBarTwips = 360;
+QRect ToPixels(const QRectF& t) {
+  return QRect(twips::ToPixels(int(t.left())), twips::ToPixels(int(t.top())),
+               std::max(twips::ToPixels(int(t.width())), 1),
+               std::max(twips::ToPixels(int(t.height())), 1));
+}
+
+// The small window that says the pictures of a page are being decoded: a
+// white gradient with one line of text, centred on the browser.
+class LoadingBox : public QWidget {
+ public:
+  explicit LoadingBox(QWidget* parent) : QWidget(parent) {
+    setObjectName("LoadingMessage");
+    setAttribute(Qt::WA_TransparentForMouseEvents);
+    resize(twips::ToPixels(3300), twips::ToPixels(600));
+  }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    QPainter painter(this);
+    QLinearGradient gradient(0, 0, 0, height());
+    gradient.setColorAt(0, Qt::white);
+    gradient.setColorAt(1, QColor(225, 225, 225));
+    painter.fillRect(rect(), gradient);
+    painter.setPen(QColor(120, 120, 120));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    painter.setPen(Qt::black);
+    painter.drawText(rect(), Qt::AlignCenter, "Loading Thumbnails");
+  }
+};
 
 }  // namespace
 
-PageSizes PageSizesFor(int widthTwips, int heightTwips, int thumbnailTwips) {
-  const int cell = std::max(thumbnailTwips, 1);
-  const int columns = std::max((widthTwips - 120) / cell, 1);
-  const int rows = std::max((heightTwips - 120) / cell, 1);
-  const int iconRows = std::max((heightTwips - 120) / (IconHeightTwips + 60), 1);
-  PageSizes sizes;
-  sizes.Pictures = qint16(std::min(columns * rows, 32767));
-  sizes.Lists = qint16(std::min(2 * iconRows, 32767));
-  return sizes;
-}
-
 Thumbnails::Thumbnails(QWidget* parent) : QWidget(parent) {
   setObjectName("Thumbnails");
-  ThumbnailTabs = new QTabWidget(this);
-  ThumbnailTabs->setObjectName("ThumbnailTabs");
-  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
-    const size_t i = size_t(tab - 1);
-    auto* page = new QWidget;
-    auto* pageLayout = new QHBoxLayout(page);
-    pageLayout->setContentsMargins(4, 4, 4, 4);
-    Pages[i] = new QListWidget(page);
-    Pages[i]->setObjectName(TabWord(tab) + "Page");
-    // Names run down two columns, as the icons of the list tabs do.
-    Pages[i]->setFlow(QListView::TopToBottom);
-    Pages[i]->setWrapping(true);
-    Pages[i]->setResizeMode(QListView::Adjust);
-    Pages[i]->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    Pages[i]->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    VScroll[i] = new QScrollBar(Qt::Vertical, page);
-    VScroll[i]->setObjectName(QString("VScroll%1").arg(tab));
-    VScroll[i]->setRange(0, 0);
-    VScroll[i]->setPageStep(1);
-    pageLayout->addWidget(Pages[i], 1);
-    pageLayout->addWidget(VScroll[i]);
-    ThumbnailTabs->addTab(page, TabWord(tab));
-    connect(VScroll[i], &QScrollBar::valueChanged, this,
-            [this, tab](int value) { VScroll_Change(tab, value); });
-  }
-  connect(ThumbnailTabs, &QTabWidget::currentChanged, this, &Thumbnails::TabsCurrentChanged);
-
-  auto* strip = new QHBoxLayout;
-  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
-    const size_t i = size_t(tab - 1);
-    CountLabel[i] = new QLabel(this);
-    CountLabel[i]->setObjectName(QString("CountLabel%1").arg(tab));
-    strip->addWidget(CountLabel[i]);
-  }
-  strip->addStretch(1);
-  SizeLabel = new QLabel("Thumbnail size:", this);
-  ThumbnailSize = new QDoubleSpinBox(this);
-  ThumbnailSize->setObjectName("ThumbnailSize");
-  ThumbnailSize->setDecimals(3);
-  ThumbnailSize->setRange(0.5, 3.0);
-  ThumbnailSize->setSingleStep(0.125);
-  InchLabel = new QLabel("inches", this);
-  strip->addWidget(SizeLabel);
-  strip->addWidget(ThumbnailSize);
-  strip->addWidget(InchLabel);
-  strip->addStretch(1);
-  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
-    const size_t i = size_t(tab - 1);
-    PositionLabel[i] = new QLabel("Go to page:", this);
-    PositionNumber[i] = new QSpinBox(this);
-    PositionNumber[i]->setRange(1, 2147483647);
-    PositionNumber[i]->setGroupSeparatorShown(true);
-    PositionNumber[i]->setEnabled(false);
-    strip->addWidget(PositionLabel[i]);
-    strip->addWidget(PositionNumber[i]);
-  }
-
-  // The line between the two columns of the list tabs.
-  Separator = new QFrame(this);
-  Separator->setFrameShape(QFrame::VLine);
-  Separator->setFrameShadow(QFrame::Sunken);
-
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(4, 4, 4, 4);
-  layout->addWidget(ThumbnailTabs, 1);
-  layout->addLayout(strip);
-
-  for (QWidget* w : {static_cast<QWidget*>(Separator), static_cast<QWidget*>(SizeLabel),
-                     static_cast<QWidget*>(ThumbnailSize), static_cast<QWidget*>(InchLabel)})
-    w->hide();
-  for (size_t i = 0; i < TabCount; ++i) {
-    VScroll[i]->hide();
-    CountLabel[i]->hide();
-    PositionLabel[i]->hide();
-    PositionNumber[i]->hide();
-  }
+  setFocusPolicy(Qt::StrongFocus);
+  MakeControls();
+  balloons_ = new BalloonHelp(this);
+  loader_ = new ThumbnailLoader(this);
+  connect(loader_, &ThumbnailLoader::Ready, this, &Thumbnails::PictureReady);
+  connect(loader_, &ThumbnailLoader::Finished, this, &Thumbnails::PictureFillDone);
   resize(900, 600);
 }
 
 Thumbnails::~Thumbnails() {
+  if (loader_) loader_->Cancel();
   if (ownsCommandBar_ && commandBar_) delete commandBar_.data();
 }
 
-int Thumbnails::CurrentTab() const { return currentTab_; }
+void Thumbnails::MakeControls() {
+  ThumbnailTabs = new NewTabControl(this);
+  ThumbnailTabs->setObjectName("ThumbnailTabs");
+  ThumbnailTabs->SetTabs(4);
+  ThumbnailTabs->SetGradient(true);
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab)
+    ThumbnailTabs->SetCaption(tab, TabWord(tab));
+  connect(ThumbnailTabs, &NewTabControl::Click, this,
+          [this](qint16& newTab, qint16& previousTab) {
+            currentTab_ = newTab;
+            ThumbnailTabs_Click(previousTab, newTab);
+          });
+
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
+    const size_t i = size_t(tab - 1);
+    VScroll[i] = new ThumbnailScroll(this);
+    VScroll[i]->setObjectName(QString("VScroll%1").arg(tab));
+    VScroll[i]->SetMouseWheel(false);
+    connect(VScroll[i], &ThumbnailScroll::Change, this,
+            [this, tab](qint16 value) { VScroll_Change(tab, value); });
+    CountLabel[i] = new QLabel(this);
+    CountLabel[i]->setObjectName(QString("CountLabel%1").arg(tab));
+    PositionLabel[i] = new QLabel("Position:", this);
+    PositionLabel[i]->setObjectName(QString("PositionLabel%1").arg(tab));
+    PositionLabel[i]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    PositionNumber[i] = new NumberBox(this);
+    PositionNumber[i]->setObjectName(QString("PositionNumber%1").arg(tab));
+    PositionNumber[i]->SetFormat("##,###");
+    PositionNumber[i]->SetPositiveOnly(true);
+    PositionNumber[i]->SetMinValue(0);
+    PositionNumber[i]->SetMaxValue(2147483647);
+    PositionNumber[i]->SetEnabled(false);
+    PositionNumber[i]->txtNumber()->installEventFilter(this);
+    PositionNumber[i]->installEventFilter(this);
+    for (QWidget* w : {static_cast<QWidget*>(VScroll[i]), static_cast<QWidget*>(CountLabel[i]),
+                       static_cast<QWidget*>(PositionLabel[i]),
+                       static_cast<QWidget*>(PositionNumber[i])})
+      w->hide();
+    DblClickDelay[i] = new QTimer(this);
+    DblClickDelay[i]->setInterval(150);
+    DblClickDelay[i]->setSingleShot(true);
+    connect(DblClickDelay[i], &QTimer::timeout, this, [this, tab] { OpenItem(tab); });
+  }
+
+  Separator = new QFrame(this);
+  Separator->setObjectName("Separator");
+  Separator->setFrameShape(QFrame::VLine);
+  Separator->setFrameShadow(QFrame::Sunken);
+  SizeLabel = new QLabel("Thumbnail Size:", this);
+  SizeLabel->setObjectName("SizeLabel");
+  SizeLabel->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  ThumbnailSize = new NumberBox(this);
+  ThumbnailSize->setObjectName("ThumbnailSize");
+  ThumbnailSize->SetFormat("0.000");
+  ThumbnailSize->SetPositiveOnly(true);
+  ThumbnailSize->SetMinValue(0);
+  ThumbnailSize->SetMaxValue(3);
+  ThumbnailSize->txtNumber()->installEventFilter(this);
+  ThumbnailSize->installEventFilter(this);
+  InchLabel = new QLabel("inches", this);
+  InchLabel->setObjectName("InchLabel");
+  for (QWidget* w : {static_cast<QWidget*>(Separator), static_cast<QWidget*>(SizeLabel),
+                     static_cast<QWidget*>(ThumbnailSize), static_cast<QWidget*>(InchLabel)})
+    w->hide();
+
+  for (size_t i = 0; i < Highlight.size(); ++i) {
+    Highlight[i] = new QFrame(this);
+    Highlight[i]->setObjectName(QString("Highlight%1").arg(i));
+    Highlight[i]->setAutoFillBackground(true);
+    QPalette red = Highlight[i]->palette();
+    red.setColor(QPalette::Window, QColor(255, 0, 0));
+    Highlight[i]->setPalette(red);
+    Highlight[i]->setAttribute(Qt::WA_TransparentForMouseEvents);
+    Highlight[i]->hide();
+  }
+  LoadingMessage = new LoadingBox(this);
+  LoadingMessage->hide();
+}
+
+// ---- Layout -------------------------------------------------------------------
+
+void Thumbnails::ChangeFormSize() {
+  AppState& app = App();
+  // Reset: every cell but the first goes, the first of each array hides.
+  loader_->Cancel();
+  pendingPictures_ = 0;
+  ShowLoadingMessage(false);
+  EnsureCells(PicturesTab, 1);
+  for (int tab = VideosTab; tab <= DocumentsTab; ++tab) EnsureCells(tab, 1);
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
+    if (QWidget* cell = Cell(tab, 0)) cell->hide();
+    if (QLabel* name = Name(tab, 0)) name->hide();
+  }
+  for (QFrame* line : Highlight) line->hide();
+  for (size_t i = 0; i < TabCount; ++i) {
+    CountLabel[i]->hide();
+    PositionLabel[i]->hide();
+    PositionNumber[i]->hide();
+  }
+  SizeLabel->hide();
+  InchLabel->hide();
+  app.CurrentPicture = app.CurrentVideo = app.CurrentAudio = app.CurrentDocument = 0;
+
+  layout_ = LayOutPage(twips::FromPixels(width()), twips::FromPixels(height()),
+                       app.ThumbnailSizeTwips);
+  PlaceControls();
+  Tab(PicturesTab).PageSize = qint16(layout_.PicturePageSize);
+  Tab(VideosTab).PageSize = qint16(layout_.ListPageSize);
+  Tab(AudiosTab).PageSize = Tab(VideosTab).PageSize;
+  Tab(DocumentsTab).PageSize = qint16(layout_.ListPageSize);
+  EnsureCells(PicturesTab, layout_.PicturePageSize);
+  for (int tab = VideosTab; tab <= DocumentsTab; ++tab) EnsureCells(tab, layout_.ListPageSize);
+  pictureCells_.fill(QRectF(), ThumbImage.size());
+  for (int cell = 0; cell < ThumbImage.size(); ++cell) {
+    pictureCells_[cell] = PictureCellRect(layout_, cell);
+    ThumbImage[cell]->setGeometry(ToPixels(pictureCells_[cell]));
+  }
+  for (int tab = VideosTab; tab <= DocumentsTab; ++tab) {
+    const auto& icons = Icons[size_t(tab - 2)];
+    const auto& names = Names[size_t(tab - 2)];
+    for (int cell = 0; cell < icons.size(); ++cell) {
+      icons[cell]->setGeometry(ToPixels(IconCellRect(layout_, cell)));
+      names[cell]->setGeometry(ToPixels(NameCellRect(layout_, cell)));
+    }
+  }
+  MoveCellsAside(currentTab_);
+}
+
+void Thumbnails::PlaceControls() {
+  const PageLayout& l = layout_;
+  ThumbnailTabs->setGeometry(ToPixels(l.Tabs));
+  ThumbnailTabs->lower();
+  const int textHeight = twips::FromPixels(fontMetrics().height()) + LabelHeightMargin * 2;
+  const int tabRight = l.Tabs.left() + l.Tabs.width();
+  for (size_t i = 0; i < TabCount; ++i) {
+    VScroll[i]->setGeometry(ToPixels(l.Scroll));
+    CountLabel[i]->setGeometry(
+        ToPixels(QRectF(l.Tabs.left() + FirstCellLeft, l.CountTop, 4200, textHeight)));
+    PositionLabel[i]->setGeometry(
+        ToPixels(QRectF(l.PositionLabelX, l.CountTop, 1200, textHeight)));
+    PositionNumber[i]->setGeometry(
+        ToPixels(QRectF(l.PositionLabelX + 1260, l.CountTop - 30, 1215, textHeight + 60)));
+  }
+  // The size group stands centred in the room between the count and the
+  // position group.
+  const int groupWidth = 1700 + 60 + 900 + 60 + 700;
+  const int room = l.PositionLabelX - (l.Tabs.left() + FirstCellLeft);
+  const int left = l.Tabs.left() + FirstCellLeft + std::max((room - groupWidth - 75) / 2, 0) + 2100;
+  const int groupLeft = std::min(left, std::max(tabRight - groupWidth, 0));
+  SizeLabel->setGeometry(ToPixels(QRectF(groupLeft, l.CountTop, 1700, textHeight)));
+  ThumbnailSize->setGeometry(
+      ToPixels(QRectF(groupLeft + 1760, l.CountTop - 30, 900, textHeight + 60)));
+  InchLabel->setGeometry(ToPixels(QRectF(groupLeft + 2720, l.CountTop, 700, textHeight)));
+  Separator->setGeometry(ToPixels(QRectF(l.SeparatorX, l.Box.top(), 45, l.Box.height())));
+  if (LoadingMessage)
+    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
+                         (height() - LoadingMessage->height()) / 2);
+}
+
+void Thumbnails::EnsureCells(int tab, int count) {
+  count = std::max(count, 1);
+  if (tab == PicturesTab) {
+    while (ThumbImage.size() > count) delete ThumbImage.takeLast();
+    while (ThumbImage.size() < count) {
+      const int index = int(ThumbImage.size());
+      auto* cell = new NewImage(this);
+      cell->setObjectName(QString("ThumbImage%1").arg(index));
+      cell->setProperty("vistrelTab", PicturesTab);
+      cell->setProperty("vistrelCell", index);
+      cell->setFocusPolicy(Qt::NoFocus);
+      cell->installEventFilter(this);
+      connect(cell, &NewImage::Click, this, [this, cell] {
+        ThumbImage_Click(cell->property("vistrelCell").toInt());
+      });
+      connect(cell, &NewImage::MouseDown, this, [this, cell](int button, int, int, int) {
+        CellMouseDown(PicturesTab, cell->property("vistrelCell").toInt(), button);
+      });
+      cell->hide();
+      ThumbImage.append(cell);
+    }
+    pictureCells_.resize(ThumbImage.size());
+    return;
+  }
+  auto& icons = Icons[size_t(tab - 2)];
+  auto& names = Names[size_t(tab - 2)];
+  while (icons.size() > count) {
+    delete icons.takeLast();
+    delete names.takeLast();
+  }
+  const int iconPixels = twips::ToPixels(IconSize);
+  while (icons.size() < count) {
+    const int index = int(icons.size());
+    auto* icon = new QLabel(this);
+    icon->setObjectName(QString("%1Icon%2").arg(TabWord(tab).chopped(1)).arg(index));
+    icon->setPixmap(CellIcon(tab, iconPixels, devicePixelRatioF()));
+    icon->setScaledContents(true);
+    auto* name = new QLabel(this);
+    name->setObjectName(QString("%1Name%2").arg(TabWord(tab).chopped(1)).arg(index));
+    name->setTextFormat(Qt::PlainText);
+    for (QLabel* w : {icon, name}) {
+      w->setProperty("vistrelTab", tab);
+      w->setProperty("vistrelCell", index);
+      w->installEventFilter(this);
+      w->hide();
+    }
+    icon->setFocusPolicy(Qt::NoFocus);
+    icons.append(icon);
+    names.append(name);
+  }
+}
+
+void Thumbnails::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (LoadingMessage)
+    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
+                         (height() - LoadingMessage->height()) / 2);
+}
+
+// ---- Loading and listing -------------------------------------------------------
 
 void Thumbnails::Form_Load() {
   AppState& app = App();
-  // Cell 0 of the list tabs and the highlight frame.
-  FirstIconPosition = QPoint(270, 270);
-  FirstNamePosition = QPoint(630, 300);
-  HighlightColor = QColor(255, 0, 0);
-
   app.ThumbnailSizeTwips = qint16(settings::GetInt("ThumbnailSize", 1440));
-  ThumbnailSize->setValue(app.ThumbnailSizeTwips / 1440.0);
+  ThumbnailSize->SetValue(QString::number(app.ThumbnailSizeTwips / 1440.0, 'f', 3));
 
   app.AlbumMode = false;
   commandBar_ = Windows().Get<CommandBar>("CommandBar");
@@ -165,6 +332,7 @@ void Thumbnails::Form_Load() {
   while (folder.size() > 1 && folder.endsWith('/')) folder.chop(1);
   if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
   app.CurrentFolder = folder;
+  app.LastTargetFolder = folder;
   commandBar_->ShowDirectoryName(folder);
 
   ChangePattern();
@@ -185,12 +353,11 @@ void Thumbnails::ChangeDirectory() {
     Windows().Unload("SingleVideo");
     Windows().Unload("SingleImage");
   }
-
-  ThumbnailTabs->tabBar()->hide();
+  HideHighlight();
   for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
     const size_t i = size_t(tab - 1);
     Tab(tab).Count = 0;
-    ThumbnailTabs->setTabText(int(i), TabWord(tab));
+    ThumbnailTabs->SetCaption(tab, TabWord(tab));
     VScroll[i]->hide();
     CountLabel[i]->hide();
     PositionLabel[i]->hide();
@@ -207,36 +374,49 @@ void Thumbnails::ChangeDirectory() {
                                   : QStringList();
   };
   listing_.BuildLists(keyFolder, albumRows, [this](int tab) {
-    QScrollBar* bar = VScroll[size_t(tab - 1)];
+    ThumbnailScroll* bar = VScroll[size_t(tab - 1)];
     {
       // A lower maximum may pull the value down; the page is filled below.
       const QSignalBlocker quiet(bar);
-      bar->setMaximum(ScrollMax(Tab(tab).Count, Tab(tab).PageSize));
+      bar->SetMax(ScrollMax(Tab(tab).Count, Tab(tab).PageSize));
     }
-    if (bar->value() < 1)
+    if (bar->Value() < 1) {
       VScroll_Change(tab, 0);
-    else
-      bar->setValue(0);
+    } else {
+      bar->SetValue(0);
+    }
   });
 
   if (!app.RefitInProgress) {
     const int tab = TabToShow(listing_.Tabs);
     if (Tab(PicturesTab).Count < 1)
       for (TabState& state : listing_.Tabs) state.Highlighted = false;
-    const int previous = currentTab_;
-    {
-      const QSignalBlocker quiet(ThumbnailTabs);
-      ThumbnailTabs->setCurrentIndex(tab - 1);
-    }
-    currentTab_ = tab;
-    ThumbnailTabs_Click(previous, tab);
-    if (tab != PicturesTab) {
-      Pages[size_t(tab - 1)]->setCurrentRow(0);
-      Pages[size_t(tab - 1)]->setFocus();
-    }
+    SetCurrentTab(tab);
     QCoreApplication::processEvents();
   }
-  ThumbnailTabs->tabBar()->show();
+}
+
+void Thumbnails::SetCurrentTab(int tab) {
+  if (tab < PicturesTab || tab > DocumentsTab) return;
+  // Setting the tab control's current tab raises its Click, which brings
+  // the tab forward.
+  ThumbnailTabs->SetCurrentTab(qint16(tab));
+}
+
+int Thumbnails::CurrentTab() const { return currentTab_; }
+
+qint32& Thumbnails::CurrentIndex(int tab) {
+  AppState& app = App();
+  switch (tab) {
+    case VideosTab:
+      return app.CurrentVideo;
+    case AudiosTab:
+      return app.CurrentAudio;
+    case DocumentsTab:
+      return app.CurrentDocument;
+    default:
+      return app.CurrentPicture;
+  }
 }
 
 void Thumbnails::VScroll_Change(int index, int value) {
@@ -245,74 +425,314 @@ void Thumbnails::VScroll_Change(int index, int value) {
   TabState& state = Tab(index);
   if (state.Count < 1) {
     CountLabel[size_t(index - 1)]->setText(EmptyCountText(index));
-    ThumbnailTabs->setTabText(index - 1, TabCaption(index, 0));
+    ThumbnailTabs->SetCaption(index, TabCaption(index, 0));
     ClearPage(index);
   } else {
     state.PageStart = qint32(value) * state.PageSize;
     FillPage(index);
-    SetCurrentItem(index, state.PageFirst);
+    CurrentIndex(index) = state.PageFirst;
   }
   QApplication::restoreOverrideCursor();
 }
 
-void Thumbnails::FillPage(int tab) {
+void Thumbnails::ShowItemPage(int tab, qint32 item) {
+  if (tab < PicturesTab || tab > DocumentsTab) return;
   TabState& state = Tab(tab);
+  ThumbnailScroll* bar = VScroll[size_t(tab - 1)];
+  {
+    const QSignalBlocker quiet(bar);
+    bar->SetMax(ScrollMax(state.Count, state.PageSize));
+    bar->SetValue(state.PageSize > 0 ? std::max(item, 0) / state.PageSize : 0);
+  }
+  VScroll_Change(tab, bar->Value());
+  if (item >= state.PageFirst && item <= state.PageLast) CurrentIndex(tab) = item;
+}
+
+void Thumbnails::FillPage(int tab) {
+  switch (tab) {
+    case PicturesTab:
+      FillPicturePage();
+      break;
+    case VideosTab:
+      FillVideoPage();
+      break;
+    case AudiosTab:
+      FillAudioPage();
+      break;
+    default:
+      FillDocumentPage();
+  }
+}
+
+void Thumbnails::ClearPage(int tab) {
+  switch (tab) {
+    case PicturesTab:
+      ClearPicturePage();
+      break;
+    case VideosTab:
+      ClearVideoPage();
+      break;
+    case AudiosTab:
+      ClearAudioPage();
+      break;
+    default:
+      ClearDocumentPage();
+  }
+}
+
+QString Thumbnails::EntryPath(const QString& entry) const {
+  const AppState& app = App();
+  if (app.AlbumMode) return entry;
+  return JoinPath(app.CurrentFolder, entry);
+}
+
+void Thumbnails::FillPicturePage() {
+  AppState& app = App();
+  if (QWidget* viewer = Windows().Find("SingleImage")) {
+    viewer->hide();
+    if (!app.RefitInProgress) Windows().Unload("SingleImage");
+  }
+  HideHighlight();
+  TabState& state = Tab(PicturesTab);
+  CountLabel[0]->setText(PageCountText(PicturesTab, state.PageStart, state.PageSize, state.Count));
+  state.PageFirst = state.PageStart;
+  state.PageLast = 0;
+  // Clearing drops what an earlier fill still had in hand, with its message.
+  ClearPicturePage();
+  ShowLoadingMessage(true);
+
+  const QStringList& files = app.PictureFiles;
+  QVector<ThumbnailRequest> requests;
+  qint32 idx = state.PageStart;
+  for (int cell = 0; cell < state.PageSize && cell < ThumbImage.size(); ++cell) {
+    idx = state.PageStart + cell;
+    if (idx >= state.Count) break;
+    const QString entry = idx < files.size() ? files[idx] : QString();
+    if (entry.isEmpty() || entry == QLatin1String("(Deleted)")) {
+      ThumbImage[cell]->LoadDeleted();
+      if (!app.RefitInProgress && currentTab_ == PicturesTab) {
+        ThumbImage[cell]->show();
+        ThumbImage[cell]->setFocusPolicy(Qt::StrongFocus);
+      }
+      continue;
+    }
+    requests.append({cell, EntryPath(entry)});
+    // The cell stands ready, empty, until its picture arrives, so that the
+    // keys can reach it while the page fills.
+    if (!app.RefitInProgress && currentTab_ == PicturesTab) {
+      ThumbImage[cell]->show();
+      ThumbImage[cell]->setFocusPolicy(Qt::StrongFocus);
+    }
+  }
+  state.PageLast = std::min(idx, state.Count - 1);
+  ThumbnailTabs->SetCaption(PicturesTab, TabCaption(PicturesTab, state.Count));
+  pendingPictures_ = int(requests.size());
+  if (requests.isEmpty()) {
+    PictureFillDone();
+    return;
+  }
+  const int cellPixels = std::max(twips::ToPixels(app.ThumbnailSizeTwips - CellMargin), 1);
+  loader_->Start(requests, int(cellPixels * devicePixelRatioF()));
+}
+
+void Thumbnails::PictureReady(const ThumbnailResult& result) {
+  const AppState& app = App();
+  const int cell = result.Cell;
+  if (cell < 0 || cell >= ThumbImage.size()) return;
+  NewImage* image = ThumbImage[cell];
+  QSize original = result.OriginalSize;
+  if (!result.Ok || original.isEmpty()) original = result.Ok ? result.Image.size() : QSize();
+  const QImage& shown = result.Ok ? result.Image : InvalidImagePicture();
+  if (!result.Ok) original = InvalidImagePicture().size();
+  // The cell keeps its width for a wide picture and its height for any
+  // other; the other side shrinks in proportion.
+  const QSizeF size = PictureCellSize(original.width(), original.height(), app.ThumbnailSizeTwips);
+  QRectF& rect = pictureCells_[cell];
+  rect.setSize(size);
+  image->setGeometry(ToPixels(rect));
+  image->LoadFile(result.Path, &shown);
+  if (app.ShowPopupData) {
+    const qint32 index = Tab(PicturesTab).PageFirst + cell;
+    image->setToolTip(CellTooltip(PicturesTab, index));
+  }
+  if (!app.RefitInProgress && currentTab_ == PicturesTab) {
+    image->show();
+    image->setFocusPolicy(Qt::StrongFocus);
+    // The frame stands around the cell's final size.
+    if (Tab(PicturesTab).Highlighted && app.CurrentPicture == Tab(PicturesTab).PageFirst + cell)
+      ShowHighlight1();
+  }
+  if (pendingPictures_ > 0) --pendingPictures_;
+}
+
+void Thumbnails::PictureFillDone() {
+  pendingPictures_ = 0;
+  ShowLoadingMessage(false);
+  emit PageFilled(PicturesTab);
+}
+
+bool Thumbnails::PageFilling() const { return loader_ && loader_->Busy(); }
+
+void Thumbnails::ShowLoadingMessage(bool on) {
+  if (!LoadingMessage) return;
+  if (on) {
+    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
+                         (height() - LoadingMessage->height()) / 2);
+    LoadingMessage->raise();
+    LoadingMessage->show();
+  } else {
+    LoadingMessage->hide();
+  }
+}
+
+QString Thumbnails::CellTooltip(int tab, qint32 index) const {
+  const AppState& app = App();
   const QStringList& files = Listing::Files(tab);
+  if (index < 0 || index >= files.size()) return QString();
+  const QString& entry = files[index];
+  if (tab == AudiosTab && GetFileExtension(entry).compare("cda", Qt::CaseInsensitive) == 0)
+    return "File:    " + entry + "\nType: CD Audio";
+  if (app.AlbumMode) return FileInfoText(GetBaseName(entry), GetFolderPart(entry));
+  return FileInfoText(entry, app.CurrentFolder);
+}
+
+void Thumbnails::FillVideoPage() {
+  AppState& app = App();
+  if (QWidget* viewer = Windows().Find("SingleVideo")) {
+    viewer->hide();
+    if (!app.RefitInProgress) Windows().Unload("SingleVideo");
+  }
+  FillListPage(VideosTab);
+}
+
+void Thumbnails::FillAudioPage() {
+  AppState& app = App();
+  if (QWidget* viewer = Windows().Find("SingleAudio"); viewer && !app.RefitInProgress)
+    viewer->showMinimized();
+  // An audio CD's tracks take their titles when the disc's titles are known.
+  cdTitlesKnown_ = false;
+  cdTitles_.clear();
+  if (!app.AudioFiles.isEmpty() &&
+      GetFileExtension(app.AudioFiles.first()).compare("cda", Qt::CaseInsensitive) == 0) {
+    const QString folder = commandBar_ ? commandBar_->DirectoryCaption() : app.CurrentFolder;
+    cdTitlesKnown_ = LookUpCdTitles(folder, cdTitles_);
+  }
+  FillListPage(AudiosTab);
+}
+
+void Thumbnails::FillDocumentPage() { FillListPage(DocumentsTab); }
+
+void Thumbnails::FillListPage(int tab) {
+  const AppState& app = App();
+  TabState& state = Tab(tab);
   const size_t i = size_t(tab - 1);
   CountLabel[i]->setText(PageCountText(tab, state.PageStart, state.PageSize, state.Count));
   state.PageFirst = state.PageStart;
   state.PageLast = 0;
-  ClearPage(tab);
-  const bool album = App().AlbumMode;
-  const qint32 end = std::min<qint64>(state.Count, qint64(state.PageStart) + state.PageSize);
-  for (qint32 index = state.PageStart; index < end && index < files.size(); ++index) {
-    const QString& entry = files[index];
-    const bool deleted =
-        entry.isEmpty() || (tab == PicturesTab && entry == QLatin1String("(Deleted)"));
-    Pages[i]->addItem(deleted ? QStringLiteral("(Deleted)") : album ? GetBaseName(entry) : entry);
+  ClearListPage(tab);
+  const QStringList& files = Listing::Files(tab);
+  const auto& icons = Icons[size_t(tab - 2)];
+  const auto& names = Names[size_t(tab - 2)];
+  qint32 idx = state.PageStart;
+  for (int cell = 0; cell < state.PageSize && cell < icons.size(); ++cell) {
+    idx = state.PageStart + cell;
+    if (idx >= state.Count) break;
+    const QString entry = idx < files.size() ? files[idx] : QString();
+    QString name;
+    if (entry.isEmpty())
+      name = QStringLiteral("(Deleted)");
+    else if (tab == AudiosTab && cdTitlesKnown_ && cell < cdTitles_.size())
+      // The titles follow the cell's number on the page, not the entry's
+      // number in the list: a second page starts again at the first title.
+      name = cdTitles_[cell];
+    else
+      name = app.AlbumMode ? GetBaseName(entry) : entry;
+    names[cell]->setText(name);
+    AdjustFilename(names[cell]);
+    if (app.ShowPopupData && !entry.isEmpty()) {
+      const QString tip = CellTooltip(tab, idx);
+      icons[cell]->setToolTip(tip);
+      names[cell]->setToolTip(tip);
+    }
+    if (!app.RefitInProgress && currentTab_ == tab) {
+      names[cell]->show();
+      icons[cell]->show();
+      icons[cell]->setFocusPolicy(Qt::StrongFocus);
+    }
   }
-  state.PageLast = std::max(state.PageFirst, end - 1);
-  ThumbnailTabs->setTabText(tab - 1, TabCaption(tab, state.Count));
+  state.PageLast = std::min(idx, state.Count - 1);
+  ThumbnailTabs->SetCaption(tab, TabCaption(tab, state.Count));
 }
 
-void Thumbnails::ClearPage(int tab) { Pages[size_t(tab - 1)]->clear(); }
-
-void Thumbnails::SetCurrentItem(int tab, qint32 index) {
-  AppState& app = App();
-  switch (tab) {
-    case VideosTab:
-      app.CurrentVideo = index;
-      break;
-    case AudiosTab:
-      app.CurrentAudio = index;
-      break;
-    case DocumentsTab:
-      app.CurrentDocument = index;
-      break;
-    default:
-      app.CurrentPicture = index;
+void Thumbnails::ClearPicturePage() {
+  loader_->Cancel();
+  pendingPictures_ = 0;
+  ShowLoadingMessage(false);
+  const int edge = App().ThumbnailSizeTwips - CellMargin;
+  for (int cell = 0; cell < ThumbImage.size(); ++cell) {
+    NewImage* image = ThumbImage[cell];
+    image->hide();
+    image->setFocusPolicy(Qt::NoFocus);
+    pictureCells_[cell].setSize(QSizeF(edge, edge));
+    image->setGeometry(ToPixels(pictureCells_[cell]));
+    image->setToolTip(QString());
+  }
+  if (!ThumbImage.isEmpty()) {
+    ThumbImage[0]->LoadFile();
+    ThumbImage[0]->Refresh();
   }
 }
 
-void Thumbnails::TabsCurrentChanged(int index) {
-  const int previous = currentTab_;
-  currentTab_ = index + 1;
-  ThumbnailTabs_Click(previous, currentTab_);
+void Thumbnails::ClearVideoPage() { ClearListPage(VideosTab); }
+void Thumbnails::ClearAudioPage() { ClearListPage(AudiosTab); }
+void Thumbnails::ClearDocumentPage() { ClearListPage(DocumentsTab); }
+
+void Thumbnails::ClearListPage(int tab) {
+  const auto& icons = Icons[size_t(tab - 2)];
+  const auto& names = Names[size_t(tab - 2)];
+  for (int cell = 0; cell < icons.size(); ++cell) {
+    names[cell]->hide();
+    icons[cell]->hide();
+    icons[cell]->setFocusPolicy(Qt::NoFocus);
+    icons[cell]->setToolTip(QString());
+    names[cell]->setToolTip(QString());
+  }
 }
+
+void Thumbnails::AdjustFilename(QLabel* label) {
+  if (!label) return;
+  const QFontMetrics metrics(label->font());
+  const auto widthOf = [&metrics](const QString& text) {
+    return twips::FromPixels(metrics.horizontalAdvance(text));
+  };
+  QString text = label->text();
+  int labelWidth = widthOf(text) + 45;
+  if (labelWidth > layout_.NameWidth) labelWidth = layout_.NameWidth;
+  while (!text.isEmpty() && widthOf(text) + 45 > labelWidth) text.chop(1);
+  QRect geometry = label->geometry();
+  geometry.setWidth(std::max(twips::ToPixels(labelWidth), 1));
+  label->setGeometry(geometry);
+  label->setText(text);
+}
+
+// ---- Tabs ----------------------------------------------------------------------
 
 void Thumbnails::ThumbnailTabs_Click(int previous, int current) {
   if (current < PicturesTab || current > DocumentsTab) return;
-  for (TabState& state : listing_.Tabs) state.Highlighted = false;
+  currentTab_ = current;
+  HideHighlight();
   if (previous >= PicturesTab && previous <= DocumentsTab && previous != current) {
     const size_t p = size_t(previous - 1);
     VScroll[p]->hide();
     CountLabel[p]->hide();
     PositionLabel[p]->hide();
     PositionNumber[p]->hide();
+    VScroll[p]->SetMouseWheel(false);
   }
   const size_t c = size_t(current - 1);
   TabState& state = Tab(current);
   VScroll[c]->show();
+  VScroll[c]->SetMouseWheel(true);
   CountLabel[c]->show();
   Separator->setVisible(current != PicturesTab && state.Count > 0);
   const bool sizeGroup = current == PicturesTab && state.Count > 0;
@@ -325,47 +745,139 @@ void Thumbnails::ThumbnailTabs_Click(int previous, int current) {
   const bool paging = state.Count > state.PageSize;
   PositionLabel[c]->setVisible(paging);
   PositionNumber[c]->setVisible(paging);
-  PositionNumber[c]->setEnabled(paging);
-  if (state.Count > 0) {
-    const AppState& app = App();
-    const qint32 currentItem = current == VideosTab      ? app.CurrentVideo
-                               : current == AudiosTab    ? app.CurrentAudio
-                               : current == DocumentsTab ? app.CurrentDocument
-                                                         : app.CurrentPicture;
-    Pages[c]->setCurrentRow(currentItem - state.PageFirst);
-    if (current != PicturesTab) Pages[c]->setFocus();
+  PositionNumber[c]->SetEnabled(paging);
+  MoveCellsAside(current);
+  if (state.Count < 1) {
+    QCoreApplication::processEvents();
+    HideHighlight();
+    Separator->hide();
+  } else {
+    if (current != PicturesTab) FocusCell(current, CurrentIndex(current) - state.PageFirst);
+    ShowHighlight(current);
   }
   QCoreApplication::processEvents();
 }
 
-void Thumbnails::ChangeFormSize() {
-  // The room of one page: the window less the tab strip, the bottom strip
-  // and the scroll bar.
-  const int widthTwips = twips::FromPixels(width()) - ScrollBarTwips;
-  const int heightTwips = twips::FromPixels(height()) - TabStripTwips - BottomStripTwips;
-  const PageSizes sizes = PageSizesFor(widthTwips, heightTwips, App().ThumbnailSizeTwips);
-  Tab(PicturesTab).PageSize = sizes.Pictures;
-  Tab(VideosTab).PageSize = sizes.Lists;
-  Tab(AudiosTab).PageSize = sizes.Lists;
-  Tab(DocumentsTab).PageSize = sizes.Lists;
-  App().CurrentPicture = App().CurrentVideo = App().CurrentAudio = App().CurrentDocument = 0;
-  PlaceColumns();
+void Thumbnails::MoveCellsAside(int current) {
+  // The four sets of cells share one area: those of the other tabs are
+  // hidden and out of the focus chain; those of the tab in front show as
+  // far as its page is filled.
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
+    const TabState& state = Tab(tab);
+    const int cells = CellCount(tab);
+    for (int cell = 0; cell < cells; ++cell) {
+      QWidget* widget = Cell(tab, cell);
+      QLabel* name = Name(tab, cell);
+      const bool filled = tab == current && state.Count > 0 && state.PageFirst + cell <= state.PageLast;
+      widget->setVisible(filled);
+      widget->setFocusPolicy(filled ? Qt::StrongFocus : Qt::NoFocus);
+      if (name) name->setVisible(filled);
+    }
+  }
 }
 
-void Thumbnails::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  PlaceColumns();
+int Thumbnails::CellCount(int tab) const {
+  if (tab == PicturesTab) return int(ThumbImage.size());
+  if (tab < VideosTab || tab > DocumentsTab) return 0;
+  return int(Icons[size_t(tab - 2)].size());
 }
 
-void Thumbnails::PlaceColumns() {
-  // Two columns of names a page, with the separator between them. The tab
-  // control's own size is known before its pages are laid out.
-  const QRect box = ThumbnailTabs->geometry();
-  const int strip = ThumbnailTabs->tabBar()->sizeHint().height();
-  const int scrollBar = VScroll[0]->sizeHint().width();
-  const int column = std::max((box.width() - scrollBar - 24) / 2, 40);
-  for (QListWidget* list : Pages) list->setGridSize(QSize(column, list->fontMetrics().height() + 8));
-  Separator->setGeometry(box.x() + 8 + column, box.y() + strip + 8, 3,
-                         std::max(box.height() - strip - 16, 0));
-  Separator->raise();
+QWidget* Thumbnails::Cell(int tab, int cell) const {
+  if (cell < 0 || cell >= CellCount(tab)) return nullptr;
+  if (tab == PicturesTab) return ThumbImage[cell];
+  return Icons[size_t(tab - 2)][cell];
 }
+
+QLabel* Thumbnails::Name(int tab, int cell) const {
+  if (tab < VideosTab || tab > DocumentsTab || cell < 0 || cell >= CellCount(tab)) return nullptr;
+  return Names[size_t(tab - 2)][cell];
+}
+
+QRectF Thumbnails::CellTwips(int tab, int cell) const {
+  if (tab == PicturesTab)
+    return cell >= 0 && cell < pictureCells_.size() ? pictureCells_[cell] : QRectF();
+  return IconCellRect(layout_, cell);
+}
+
+// ---- Activation, help and the wheel ------------------------------------------
+
+void Thumbnails::Form_Activate() {
+  AppState& app = App();
+  Windows().Unload("RenameFile");
+  if (!app.RefitInProgress) {
+    if (!app.RefitDone) {
+      for (const char* name : {"SingleImage", "SingleVideo", "SingleAudio", "AlbumEdit",
+                               "OptionsEntry", "SelectionSort", "FindFiles"})
+        if (QWidget* window = Windows().Find(name)) window->showMinimized();
+    } else {
+      app.RefitDone = false;
+    }
+  }
+  HideHighlight();
+  VScroll[size_t(currentTab_ - 1)]->SetMouseWheel(true);
+  app.CurrentForm = this;
+  LoadHelp();
+  // Each activation of the browser starts the main window's watch, which
+  // makes the first-run offers.
+  if (MainForm* main = Windows().Get<MainForm>("MainForm")) main->StartTimer1();
+}
+
+void Thumbnails::Form_Deactivate() {
+  for (ThumbnailScroll* bar : VScroll) bar->SetMouseWheel(false);
+}
+
+void Thumbnails::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) Form_Deactivate();
+}
+
+void Thumbnails::SuspendMouseWheel() {
+  for (size_t i = 0; i < suspendedWheel_.size(); ++i) {
+    suspendedWheel_[i] = VScroll[i]->MouseWheel();
+    VScroll[i]->SetMouseWheel(false);
+  }
+}
+
+void Thumbnails::ResumeMouseWheel() {
+  for (size_t i = 0; i < suspendedWheel_.size(); ++i) VScroll[i]->SetMouseWheel(suspendedWheel_[i]);
+}
+
+void Thumbnails::LoadHelp() {
+  const AppState& app = App();
+  if (!helpLoaded_ || app.ShowPopupHelp != helpShown_) {
+    // The help popups of the browser's boxes, and those of the command bar.
+    balloons_->Clear();
+    if (app.ShowPopupHelp) {
+      for (int tab = PicturesTab; tab <= AudiosTab; ++tab) {
+        const QString control = QString("PositionNumber(%1)").arg(tab);
+        balloons_->SetBalloon(PositionNumber[size_t(tab - 1)], HelpText(control), HelpTitle(control));
+      }
+      balloons_->SetBalloon(ThumbnailSize, HelpText("ThumbnailSize"), HelpTitle("ThumbnailSize"));
+    }
+    if (commandBar_) commandBar_->ApplyHelp();
+  }
+  if (!helpLoaded_ || app.ShowPopupData != dataShown_) SetDataTooltips(app.ShowPopupData);
+  helpLoaded_ = true;
+  dataShown_ = app.ShowPopupData;
+  helpShown_ = app.ShowPopupHelp;
+}
+
+void Thumbnails::SetDataTooltips(bool on) {
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
+    const TabState& state = Tab(tab);
+    const QStringList& files = Listing::Files(tab);
+    for (int cell = 0; cell < CellCount(tab); ++cell) {
+      const qint32 index = state.PageFirst + cell;
+      QString tip;
+      if (on && index < state.Count && index <= state.PageLast && index < files.size()) {
+        const QString& entry = files[index];
+        const bool skip = entry.isEmpty() || (tab == PicturesTab && entry == "(Deleted)");
+        if (!skip) tip = CellTooltip(tab, index);
+      }
+      Cell(tab, cell)->setToolTip(tip);
+      if (QLabel* name = Name(tab, cell)) name->setToolTip(tip);
+    }
+  }
+}
+
+CommandBar* Thumbnails::Bar() const { return commandBar_; }

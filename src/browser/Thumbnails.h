@@ -1,29 +1,33 @@
 #pragma once
-// The browser window: four tabs, Pictures, Videos, Audios and Documents, each
-// showing one page of its list. The main window puts it into its client
-// area under the command bar.
+// The browser window: four tabs, Pictures, Videos, Audios and Documents,
+// each showing one page of its list. Pictures are thumbnails in a grid of
+// cells; the other tabs are icons with names in two columns. The main window
+// puts it into its client area under the command bar.
 //
-// Until the thumbnail cells arrive, a page is a plain list of the names on
-// it, and the page size is worked out from the size of that list and the
-// thumbnail size.
+// Layout is worked out by hand in twips (PageGeometry) and turned into
+// pixels where the controls are placed.
 
-#include <QColor>
-#include <QPoint>
 #include <QPointer>
+#include <QRectF>
+#include <QVector>
 #include <QWidget>
 #include <array>
 
+#include "browser/HighlightFrame.h"
 #include "browser/Listing.h"
-#include "shell/CommandBar.h"
+#include "browser/PageGeometry.h"
 
-
-class QDoubleSpinBox;
+class BalloonHelp;
+class CommandBar;
+class NewImage;
+class NewTabControl;
+class NumberBox;
 class QFrame;
 class QLabel;
-class QListWidget;
-class QScrollBar;
-class QSpinBox;
-class QTabWidget;
+class QTimer;
+class ThumbnailLoader;
+class ThumbnailScroll;
+struct ThumbnailResult;
 
 class Thumbnails : public QWidget {
   Q_OBJECT
@@ -31,67 +35,178 @@ class Thumbnails : public QWidget {
   explicit Thumbnails(QWidget* parent = nullptr);
   ~Thumbnails() override;
 
+  // ---- Loading, listing and paging ----------------------------------------
   // Prepares the window and lists the default folder. Loads the command bar
   // when no command bar is loaded yet.
   void Form_Load();
+  Q_INVOKABLE void Form_Activate();
+  void Form_Deactivate();
   // Reads the selection and sort settings, rebuilds the patterns and lists
   // the folder or album again.
   void ChangePattern();
   // Lists the current folder, or the album on display, into the four tabs
   // and brings each to its first page.
   void ChangeDirectory();
+  // Lays out the controls for the window's present size and thumbnail size,
+  // works out the page sizes and makes the cells.
+  void ChangeFormSize();
   // The one entry point of paging: shows page `value` of tab `index`.
   void VScroll_Change(int index, int value);
   // Brings a tab forward.
   void ThumbnailTabs_Click(int previous, int current);
-  // Works out each tab's page size from the window's present size.
-  void ChangeFormSize();
+  // The tab in front (1 to 4), and bringing one forward as a click would.
+  int CurrentTab() const;
+  void SetCurrentTab(int tab);
+  // Sets the tab's scroll bar so that item's page shows, and sets that page
+  // anew without reading the folder again.
+  void ShowItemPage(int tab, qint32 item);
 
+  void FillPicturePage();
+  void FillVideoPage();
+  void FillAudioPage();
+  void FillDocumentPage();
+  void ClearPicturePage();
+  void ClearVideoPage();
+  void ClearAudioPage();
+  void ClearDocumentPage();
+  // Fits a name into its cell: cut, without an ellipsis.
+  void AdjustFilename(QLabel* label);
+  // Brings the help and data popups in line with the settings' mirrors.
+  void LoadHelp();
+
+  // ---- Selection and navigation --------------------------------------------
+  void Form_KeyDown(int keyCode, int shift);
+  void Form_KeyUp(int keyCode, int shift);
+  void ThumbImage_KeyDown(int index, int keyCode, int shift);
+  void VideoIcon_KeyDown(int index, int keyCode, int shift);
+  void AudioIcon_KeyDown(int index, int keyCode, int shift);
+  void DocumentIcon_KeyDown(int index, int keyCode, int shift);
+  void CellGotFocus(int tab, int index);
+  void ThumbImage_Click(int index);
+  // A click on an icon or name of the list tabs: opens after a short delay.
+  void IconCell_Click(int tab, int index);
+  void CellMouseDown(int tab, int index, int button);
+  void HideHighlight();
+  void ShowHighlight1();
+  void ShowHighlight2();
+  void ShowHighlight3();
+  void ShowHighlight4();
+  void ShowHighlight(int tab);
+  // Gives the focus to a cell of a tab; false when the cell is hidden or
+  // does not exist.
+  bool FocusCell(int tab, int cell);
+  // The focus on the current cell of the current tab, if the tab has files.
+  void FocusCurrentCell();
+  // Back to the default folder, or to the first page when already there.
+  void GoHome();
+  // Opens the current item of a tab, and shows the context menu of a cell.
+  // The viewers and the menu are not part of the program yet: both are
+  // announced by signals for now.
+  void OpenItem(int tab);
+  void ShowContextMenu(int tab, int cell);
+  // The cell actions of the keys Delete, M, C and R, and of the menu.
+  void MenuAction(const QString& action);
+
+  // Switches the wheel off for the scroll bars of the first three tabs while
+  // another window takes over, and puts it back afterwards.
+  void SuspendMouseWheel();
+  void ResumeMouseWheel();
+
+  // ---- State -----------------------------------------------------------------
   Listing& Lists() { return listing_; }
   TabState& Tab(int tab) { return listing_.Tab(tab); }
-  CommandBar* Bar() const { return commandBar_; }
-  // The tab in front (1 to 4).
-  int CurrentTab() const;
+  CommandBar* Bar() const;
+  const PageLayout& Layout() const { return layout_; }
+  // The current item of a tab (CurrentPicture ...).
+  static qint32& CurrentIndex(int tab);
+  // Whether pictures of the page on display are still being decoded.
+  bool PageFilling() const;
+  // The cell rectangle in twips as the fill left it (pictures), or of the
+  // icon (list tabs).
+  QRectF CellTwips(int tab, int cell) const;
+  QWidget* Cell(int tab, int cell) const;
+  QLabel* Name(int tab, int cell) const;
+  int CellCount(int tab) const;
+  BalloonHelp* Balloons() const { return balloons_; }
 
-  // Controls, indexed by tab - 1.
-  QTabWidget* ThumbnailTabs;
-  std::array<QListWidget*, TabCount> Pages;
-  std::array<QScrollBar*, TabCount> VScroll;
-  std::array<QLabel*, TabCount> CountLabel;
-  std::array<QLabel*, TabCount> PositionLabel;
-  std::array<QSpinBox*, TabCount> PositionNumber;
-  QFrame* Separator;
-  QLabel* SizeLabel;
-  QDoubleSpinBox* ThumbnailSize;
-  QLabel* InchLabel;
+  // ---- Controls --------------------------------------------------------------
+  NewTabControl* ThumbnailTabs = nullptr;
+  std::array<ThumbnailScroll*, TabCount> VScroll{};
+  std::array<QLabel*, TabCount> CountLabel{};
+  std::array<QLabel*, TabCount> PositionLabel{};
+  std::array<NumberBox*, TabCount> PositionNumber{};
+  QFrame* Separator = nullptr;
+  QLabel* SizeLabel = nullptr;
+  NumberBox* ThumbnailSize = nullptr;
+  QLabel* InchLabel = nullptr;
+  std::array<QFrame*, 4> Highlight{};
+  QVector<NewImage*> ThumbImage;
+  // Icons and names of the list tabs, indexed by tab - 2.
+  std::array<QVector<QLabel*>, 3> Icons;
+  std::array<QVector<QLabel*>, 3> Names;
+  // One delay timer per tab between a click and the opening of the item.
+  std::array<QTimer*, TabCount> DblClickDelay{};
+  QWidget* LoadingMessage = nullptr;
 
-  // Where the first icon and name of the list tabs stand (twips), and the
-  // colour of the highlight frame; the thumbnail cells take them up.
-  QPoint FirstIconPosition;
-  QPoint FirstNamePosition;
-  QColor HighlightColor;
+ signals:
+  // An item to open: the tab and the list index.
+  void ItemOpened(int tab, qint32 index);
+  // The context menu of a cell: the tab and the list index.
+  void ContextMenuRequested(int tab, qint32 index);
+  // A cell action ("Delete", "Move", "Copy", "Rename", "Properties", "MP3")
+  // on the current item of the current tab.
+  void ActionRequested(const QString& action, int tab, qint32 index);
+  // Every picture of the page on display is shown.
+  void PageFilled(int tab);
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
-  void PlaceColumns();
+  void MakeControls();
+  void PlaceControls();
+  void EnsureCells(int tab, int count);
+  void FillListPage(int tab);
+  void ClearListPage(int tab);
   void FillPage(int tab);
   void ClearPage(int tab);
-  void SetCurrentItem(int tab, qint32 index);
-  void TabsCurrentChanged(int index);
+  void PictureReady(const ThumbnailResult& result);
+  void PictureFillDone();
+  void ShowLoadingMessage(bool on);
+  void ShowIconHighlight(int tab);
+  void ShowFrame(const FrameLines& frame);
+  void CellKeyDown(int tab, int index, int keyCode, int shift);
+  void EnterKey();
+  void PositionEnter(int tab);
+  void ThumbnailSizeEnter();
+  void NumberBoxPressed(QWidget* box, int tab);
+  void MoveCellsAside(int current);
+  void SetDataTooltips(bool on);
+  QString CellTooltip(int tab, qint32 index) const;
+  QString EntryPath(const QString& entry) const;
+  int TabOfScroll(QObject* object) const;
 
   Listing listing_;
+  PageLayout layout_;
   QPointer<CommandBar> commandBar_;
   bool ownsCommandBar_ = false;
   int currentTab_ = PicturesTab;
+  ThumbnailLoader* loader_ = nullptr;
+  // The help popups of the boxes of the bottom strip.
+  BalloonHelp* balloons_ = nullptr;
+  // Twips rectangles of the picture cells as the fill sized them.
+  QVector<QRectF> pictureCells_;
+  // The cells of the picture page still waiting for their picture.
+  int pendingPictures_ = 0;
+  bool helpShown_ = false, dataShown_ = false, helpLoaded_ = false;
+  bool sizeFocus_ = false;
+  std::array<bool, TabCount> positionFocus_{};
+  std::array<bool, 3> suspendedWheel_{};
+  int gotFocusRuns_ = 0;
+  QStringList cdTitles_;
+  bool cdTitlesKnown_ = false;
 };
-
-// Page sizes from the room of a page (twips) and the thumbnail size: picture
-// cells across times down, and two columns of icon rows for the list tabs.
-// At least one picture cell, and one row of names in each column.
-struct PageSizes {
-  qint16 Pictures = 1;
-  qint16 Lists = 1;
-};
-PageSizes PageSizesFor(int widthTwips, int heightTwips, int thumbnailTwips);

@@ -26,6 +26,15 @@ struct AppState {
   qint32 CurrentPicture = 0, CurrentVideo = 0, CurrentAudio = 0, CurrentDocument = 0;
 
   QString PendingFile;
+  // The file a copy or move works on, and what the folder chooser answers:
+  // the folder picked, the name typed for the file, and whether it was left
+  // without OK.
+  QString SourceFile;
+  QString ChosenFolder, OperationFileName;
+  bool DirectoryCancelled = true;
+  // Set by the rename window when Enter closed it, so that the same key
+  // press does not open the file just renamed.
+  bool SkipNextEnter = false;
   QString SearchResultFile, SearchResultFolder;
   qint32 SelectedAlbumId = 0;
   bool AlbumMode = false;

@@ -3,16 +3,22 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFileInfo>
+#include <QHash>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QWindow>
+#include <array>
 
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
+#include "controls/Button.h"
 #include "controls/MessageBoxAppearance.h"
 #include "controls/MsgBoxEnhanced.h"
+#include "controls/ThumbnailScroll.h"
 #include "platform/SiblingPrograms.h"
+#include "platform/SpeechEngine.h"
 #include "platform/Twips.h"
 #include "shell/AppState.h"
 #include "shell/CommandBar.h"
@@ -21,6 +27,7 @@
 #include "shell/Logo.h"
 #include "shell/Settings.h"
 #include "shell/SizeForm.h"
+#include "shell/WindowFit.h"
 #include "shell/WindowRegistry.h"
 
 namespace {
@@ -37,6 +44,31 @@ void LetEventsRunFor(int milliseconds) {
   QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
   loop.exec();
 }
+
+// The window that carries a loaded window's frame: its sub-window in the
+// client area, or the window itself.
+QWidget* FrameOf(QWidget* window) {
+  if (!window) return nullptr;
+  if (auto* sub = qobject_cast<QMdiSubWindow*>(window)) return sub;
+  if (auto* sub = qobject_cast<QMdiSubWindow*>(window->parentWidget())) return sub;
+  return window;
+}
+
+constexpr Qt::WindowStates MinMax = Qt::WindowMinimized | Qt::WindowMaximized;
+
+void SetNormal(QWidget* frame) {
+  if (frame->windowState() & MinMax) frame->setWindowState(frame->windowState() & ~MinMax);
+}
+
+// The windows that a refit closes and does not bring back.
+const char* const PassingWindows[] = {
+    "Background",    "ChangeMP3",    "ChooseDirectory", "CleaningMessage", "CopyMessage",
+    "DeleteMessage", "DeleteVerify", "frmAbout",        "LoadingMessage",  "MessageBox",
+    "PrinterSetup",  "RenameFile",   "ReplaceVerify",   "SlideshowController", "Target"};
+
+// The windows whose state a refit notes and puts back.
+const char* const KeptWindows[] = {"AlbumEdit", "FindFiles", "SingleImage", "SingleVideo",
+                                   "SingleAudio"};
 
 QMdiSubWindow* AddFixedSubWindow(QMdiArea* area, QWidget* content) {
   QMdiSubWindow* sub = area->addSubWindow(content, Qt::FramelessWindowHint | Qt::SubWindow);
@@ -58,9 +90,20 @@ MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setMinimumSize(twips::ToPixels(MainMinimumWidth), twips::ToPixels(MainMinimumHeight));
+  Timer1.setInterval(60000);
+  connect(&Timer1, &QTimer::timeout, this, &MainForm::Timer1_Timer);
   Timer2.setInterval(600);
   Timer2.setSingleShot(true);
-  connect(&Timer2, &QTimer::timeout, this, &MainForm::Refit);
+  connect(&Timer2, &QTimer::timeout, this, &MainForm::Timer2_Timer);
+  // A screen that goes away takes the window to another one, whose work
+  // area may not hold it.
+  connect(qApp, &QGuiApplication::screenRemoved, this, [this](QScreen* removed) {
+    if (removed != watchedScreen_) return;
+    QTimer::singleShot(0, this, [this] {
+      WatchScreen(screen());
+      SysInfo_SettingChanged();
+    });
+  });
   connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
     if (s == Qt::ApplicationActive) ApplicationActivated();
   });
@@ -244,7 +287,9 @@ void MainForm::MDIForm_Activate() {
       Windows().Unload("Logo");
       app.SplashShown = false;
     }
-    app.CurrentForm = browser;
+    // The browser's first activation: it becomes the current window, loads
+    // its help and starts the first-run watch.
+    browser->Form_Activate();
   }
   app.MainActivated = true;
   QApplication::restoreOverrideCursor();
@@ -261,14 +306,6 @@ void MainForm::PlaceBrowser() {
     thumbnailsWindow_->setGeometry(0, barHeight, std::max(browserWidth, 1),
                                    std::max(browserHeight, 1));
   }
-}
-
-void MainForm::Refit() {
-  if (App().ShuttingDown) return;
-  App().RefitInProgress = true;
-  PlaceBrowser();
-  App().RefitInProgress = false;
-  App().RefitDone = true;
 }
 
 void MainForm::MDIForm_Resize() {
@@ -305,11 +342,11 @@ void MainForm::MDIForm_Resize() {
       WasMinimised = false;
       const int expected = twips::ToPixels(OuterTwips().width() - BrowserWidthMarginTwips);
       if (thumbnailsWindow_ && thumbnailsWindow_->width() != expected) {
-        Refit();
+        RefitAllWindows();
         return;
       }
     } else if (state == MainWindowState::Maximised) {
-      Refit();
+      RefitAllWindows();
       return;
     }
   }
@@ -317,6 +354,321 @@ void MainForm::MDIForm_Resize() {
     Timer2.start();
   } else {
     SkipRestart = false;
+  }
+}
+
+// ---- Timers and the work area ----------------------------------------------
+
+void MainForm::StartTimer1() {
+  Timer1.setInterval(300);
+  Timer1.start();
+}
+
+void MainForm::Timer1_Timer() {
+  Timer1.setInterval(60000);
+  Timer1.stop();
+  if (App().ShuttingDown) return;
+  const QString character = App().AgentCharacterFile;
+  FirstRunCheck check;
+  check.CharacterPresent = !character.isEmpty() && QFileInfo(character).isFile();
+  check.SpeechEnginePresent = check.CharacterPresent && platform::SpeechEngineAvailable();
+  check.FirstRun = FirstTimerRun;
+  check.Defined = settings::GetSetting("Defined", "No") == "Yes";
+  check.MerlinShown = settings::GetSetting("MerlinShown", "") == "Yes";
+  const FirstRunActions actions = FirstRunTimerActions(check);
+
+  QPointer<CommandBar> bar = Windows().Get<CommandBar>("CommandBar");
+  if (bar) bar->HelpButton->setEnabled(actions.HelpEnabled);
+  if (actions.PressHelp && bar) bar->ClickIfEnabled("HelpButton");
+  if (actions.ShowOptionsEntry)
+    if (QWidget* options = FrameOf(Windows().Find("OptionsEntry"))) options->show();
+  if (actions.PressOptions && bar) bar->ClickIfEnabled("optionsButton");
+  FirstTimerRun = false;
+  if (actions.Restart && !App().ShuttingDown) Timer1.start();
+}
+
+void MainForm::SetOuterWidth(int widthTwips) {
+  const int frameWidth = frameGeometry().width() - width();
+  resize(std::max(twips::ToPixels(widthTwips) - frameWidth, 1), height());
+}
+
+void MainForm::SetOuterHeight(int heightTwips) {
+  const int frameHeight = frameGeometry().height() - height();
+  resize(width(), std::max(twips::ToPixels(heightTwips) - frameHeight, 1));
+}
+
+void MainForm::MoveOuter(int leftTwips, int topTwips) {
+  // The position of a window is the position of its frame.
+  move(twips::ToPixels(leftTwips), twips::ToPixels(topTwips));
+}
+
+void MainForm::Timer2_Timer() {
+  Timer2.stop();
+  if (App().ShuttingDown) return;
+  const MainWindowState state = PresentState();
+  if (state == MainWindowState::Minimised) return;
+  const QRect outer = OuterTwips();
+  if (state == MainWindowState::Maximised) {
+    // A maximised window is neither sized nor moved; it is only fitted to.
+    if (outer.width() != LastWidth || outer.height() != LastHeight) RefitAllWindows();
+    return;
+  }
+  const MainFitStep step = MainFitAfterResize(outer, WorkAreaTwips(), LastWidth, LastHeight);
+  // A size set raises a resize, which starts this timer again.
+  if (step.Width) {
+    SetOuterWidth(*step.Width);
+    return;
+  }
+  if (step.Height) {
+    SetOuterHeight(*step.Height);
+    return;
+  }
+  if (step.Left || step.Top)
+    MoveOuter(step.Left.value_or(outer.left()), step.Top.value_or(outer.top()));
+  if (step.Refit) RefitAllWindows();
+}
+
+void MainForm::SysInfo_SettingChanged() {
+  if (App().ShuttingDown || !isVisible()) return;
+  const MainWindowState state = PresentState();
+  if (state == MainWindowState::Maximised) return;
+  const QRect outer = OuterTwips();
+  const WorkAreaFit fit = FitToChangedWorkArea(state, outer, WorkAreaTwips());
+  if (state == MainWindowState::Minimised) showNormal();
+  if (fit.Window.topLeft() != outer.topLeft()) MoveOuter(fit.Window.left(), fit.Window.top());
+  if (fit.Window.width() != outer.width()) SetOuterWidth(fit.Window.width());
+  if (fit.Window.height() != outer.height()) SetOuterHeight(fit.Window.height());
+  if (fit.Refit) RefitAllWindows();
+}
+
+// ---- Windows inside the browser's area ---------------------------------------
+
+int MainForm::BrowserWidthTwips() const {
+  if (const QWidget* browser = Windows().Find("Thumbnails"))
+    return twips::FromPixels(browser->width());
+  return OuterTwips().width() - BrowserWidthMarginTwips;
+}
+
+namespace {
+
+// The browser's top left corner on the screen; below the command bar when
+// there is no browser.
+QPoint BrowserOrigin(const QMdiArea* area) {
+  if (const QWidget* browser = Windows().Find("Thumbnails"))
+    return browser->mapToGlobal(QPoint(0, 0));
+  return area->viewport()->mapToGlobal(QPoint(0, twips::ToPixels(CommandBarTwips)));
+}
+
+}  // namespace
+
+QRect MainForm::RectInBrowser(QWidget* frame) const {
+  QRect r = frame->isWindow()
+                ? frame->frameGeometry()
+                : QRect(frame->parentWidget()->mapToGlobal(frame->pos()), frame->size());
+  r.translate(-BrowserOrigin(area_));
+  return QRect(twips::FromPixels(r.x()), twips::FromPixels(r.y()), twips::FromPixels(r.width()),
+               twips::FromPixels(r.height()));
+}
+
+void MainForm::SetRectInBrowser(QWidget* frame, const QRect& twipsRect) {
+  const QPoint global =
+      BrowserOrigin(area_) + QPoint(twips::ToPixels(twipsRect.x()), twips::ToPixels(twipsRect.y()));
+  const QSize size(std::max(twips::ToPixels(twipsRect.width()), 1),
+                   std::max(twips::ToPixels(twipsRect.height()), 1));
+  if (frame->isWindow()) {
+    const QSize frameExtra = frame->frameGeometry().size() - frame->size();
+    frame->move(global);
+    frame->resize((size - frameExtra).expandedTo(QSize(1, 1)));
+  } else {
+    frame->setGeometry(QRect(frame->parentWidget()->mapFromGlobal(global), size));
+  }
+}
+
+void MainForm::CentreOnBrowser(QWidget* frame) {
+  const QRect r = RectInBrowser(frame);
+  const QWidget* browser = Windows().Find("Thumbnails");
+  const int browserHeight = browser ? twips::FromPixels(browser->height())
+                                    : App().MainClientHeight - CommandBarTwips;
+  SetRectInBrowser(frame, QRect((BrowserWidthTwips() - r.width()) / 2,
+                                (browserHeight - r.height()) / 2, r.width(), r.height()));
+}
+
+void MainForm::PlaceViewerWindow(QWidget* window) {
+  QWidget* frame = FrameOf(window);
+  if (!frame) return;
+  SetNormal(frame);
+  const QRect present = RectInBrowser(frame);
+  const QRect placed = PlacedViewerRect(present, BrowserWidthTwips(), App().MainClientHeight);
+  if (placed != present) SetRectInBrowser(frame, placed);
+}
+
+void MainForm::SizeForms(QWidget* window) {
+  QWidget* frame = FrameOf(window);
+  if (!frame) return;
+  const QRect present = RectInBrowser(frame);
+  const QRect sized = SizedFormRect(present, BrowserWidthTwips(), App().MainClientHeight);
+  if (sized != present) SetRectInBrowser(frame, sized);
+}
+
+void MainForm::RefitSingleImage() {
+  // The picture viewer sizes its own picture control: to its largest size,
+  // unless it shows an animated picture, and the picture with it.
+  QWidget* viewer = Windows().Find("SingleImage");
+  if (viewer && viewer->metaObject()->indexOfMethod("RefitPicture()") >= 0)
+    QMetaObject::invokeMethod(viewer, "RefitPicture");
+}
+
+void MainForm::RefitSingleVideo() {
+  QWidget* viewer = Windows().Find("SingleVideo");
+  if (!viewer) return;
+  PlaceViewerWindow(viewer);
+  SizeForms(viewer);
+}
+
+void MainForm::RefitAllWindows() {
+  AppState& app = App();
+  if (app.ShuttingDown) return;
+  if (app.RefitInProgress) {
+    // Events let run by a refit brought another: it is checked again
+    // once this one is done.
+    Timer2.start();
+    return;
+  }
+  // The size the windows are fitted to.
+  Timer2.stop();
+  const MainWindowState state = PresentState();
+  const QRect outer = OuterTwips();
+  LastHeight = outer.height();
+  LastWidth = outer.width();
+  if (state != MainWindowState::Maximised && (outer.left() < 0 || outer.top() < 0))
+    MoveOuter(std::max(outer.left(), 0), std::max(outer.top(), 0));
+  if (state != MainWindowState::Minimised) {
+    app.MainClientHeight = outer.height() - app.TitleBarHeight - BorderWidth;
+    app.MainClientWidth = outer.width() - 2 * BorderWidth;
+  }
+
+  // What is to come back afterwards.
+  const std::array<qint32, TabCount> noted{app.CurrentPicture, app.CurrentVideo,
+                                           app.CurrentAudio, app.CurrentDocument};
+  const QString pendingFile = app.PendingFile;
+  QHash<QString, Qt::WindowStates> notedStates;
+  for (const char* name : KeptWindows)
+    if (QWidget* frame = FrameOf(Windows().Find(name)))
+      notedStates.insert(name, frame->windowState());
+  const auto notedState = [&notedStates](const QString& name, QWidget* frame) {
+    return notedStates.value(name, frame->windowState());
+  };
+
+  app.RefitInProgress = true;
+
+  for (const char* name : PassingWindows) Windows().Unload(name);
+  const bool albumSelectWasOpen = app.AlbumSelectOpen || Windows().IsLoaded("AlbumSelect");
+  if (albumSelectWasOpen) Windows().Unload("AlbumSelect");
+
+  // The browser for the new size.
+  QCoreApplication::processEvents();
+  QPointer<Thumbnails> browser = Windows().Get<Thumbnails>("Thumbnails");
+  const int tab = browser ? browser->CurrentTab() : PicturesTab;
+  PlaceBrowser();
+  if (browser) browser->ChangeFormSize();
+
+  // Each tab back on the page of its item; a file about to be shown, or
+  // an item of the tab in front that lies beyond the first page of the new
+  // size, takes a new listing instead.
+  if (browser) {
+    const qint32 item = noted[size_t(tab - 1)];
+    if (!pendingFile.isEmpty() || item >= browser->Tab(tab).PageSize) {
+      QPointer<CommandBar> bar = Windows().Get<CommandBar>("CommandBar");
+      if (!bar || !bar->ClickIfEnabled("refreshButton")) {
+        if (browser) browser->ChangePattern();
+      }
+    } else {
+      for (int t = PicturesTab; t <= DocumentsTab && browser; ++t)
+        browser->ShowItemPage(t, noted[size_t(t - 1)]);
+    }
+  }
+
+  QCoreApplication::processEvents();
+  if (browser) browser->SetCurrentTab(tab);
+  for (const char* name : {"SelectionSort", "OptionsEntry"}) {
+    if (QWidget* frame = FrameOf(Windows().Find(name))) {
+      SetNormal(frame);
+      CentreOnBrowser(frame);
+    }
+  }
+
+  // The window to show last, and its state.
+  QPointer<QWidget> showLast;
+  Qt::WindowStates showLastState = Qt::WindowNoState;
+  if (albumSelectWasOpen && LoadAlbumSelect) {
+    if (QWidget* select = LoadAlbumSelect()) {
+      showLast = select;
+      showLastState = Qt::WindowNoState;
+    }
+  }
+  if (QWidget* edit = Windows().Find("AlbumEdit")) {
+    QWidget* frame = FrameOf(edit);
+    const Qt::WindowStates was = notedState("AlbumEdit", frame);
+    if (was & Qt::WindowMinimized) {
+      frame->setWindowState((frame->windowState() & ~Qt::WindowMaximized) | Qt::WindowMinimized);
+    } else {
+      PlaceViewerWindow(edit);
+      showLast = edit;
+      showLastState = was;
+    }
+  }
+
+  // The viewers and the search, each on its item and as it was.
+  struct Kept {
+    const char* name;
+    int tab;  // whose current item it shows; 0 for none
+  };
+  for (const Kept kept : {Kept{"SingleImage", PicturesTab}, Kept{"SingleVideo", VideosTab},
+                          Kept{"SingleAudio", AudiosTab}, Kept{"FindFiles", 0}}) {
+    QWidget* window = Windows().Find(kept.name);
+    if (!window) continue;
+    if (kept.tab != 0) {
+      const qint32 item = noted[size_t(kept.tab - 1)];
+      Thumbnails::CurrentIndex(kept.tab) = item;
+      if (browser) {
+        const TabState& s = browser->Tab(kept.tab);
+        const qint32 page = s.PageSize > 0 ? item / s.PageSize : 0;
+        if (page != browser->VScroll[size_t(kept.tab - 1)]->Value()) {
+          browser->ShowItemPage(kept.tab, item);
+          Thumbnails::CurrentIndex(kept.tab) = item;
+        }
+      }
+      // The page change may have closed the window.
+      window = Windows().Find(kept.name);
+      if (!window) continue;
+    }
+    QWidget* frame = FrameOf(window);
+    const Qt::WindowStates was = notedState(kept.name, frame);
+    if (was & Qt::WindowMinimized) {
+      frame->showMinimized();
+    } else {
+      PlaceViewerWindow(window);
+      SizeForms(window);
+      showLast = window;
+      showLastState = was;
+      if (kept.tab == PicturesTab) RefitSingleImage();
+      if (kept.tab == VideosTab) RefitSingleVideo();
+    }
+    QCoreApplication::processEvents();
+  }
+
+  app.PendingFile = pendingFile;
+  app.RefitInProgress = false;
+  app.RefitDone = true;
+
+  if (showLast) {
+    QWidget* frame = FrameOf(showLast);
+    frame->show();
+    frame->raise();
+    if (auto* sub = qobject_cast<QMdiSubWindow*>(frame)) area_->setActiveSubWindow(sub);
+    showLast->setFocus();
+    QCoreApplication::processEvents();
+    if (showLast) FrameOf(showLast)->setWindowState(showLastState);
   }
 }
 
@@ -333,6 +685,7 @@ bool MainForm::MDIForm_QueryUnload() {
     QCoreApplication::processEvents();
   }
   app.ShuttingDown = true;
+  Timer1.stop();
   Timer2.stop();
   Windows().UnloadAllExcept({"MainForm"});
   commandBarWindow_ = nullptr;
@@ -369,6 +722,24 @@ bool MainForm::event(QEvent* event) {
   const bool handled = QMainWindow::event(event);
   if (event->type() == QEvent::WindowActivate && !App().ShuttingDown) MDIForm_Activate();
   return handled;
+}
+
+void MainForm::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  // The work area is watched on the screen the window stands on.
+  if (!screenChangeWatched_ && windowHandle()) {
+    screenChangeWatched_ = true;
+    connect(windowHandle(), &QWindow::screenChanged, this, &MainForm::WatchScreen);
+  }
+  WatchScreen(screen());
+}
+
+void MainForm::WatchScreen(QScreen* watched) {
+  if (watchedScreen_ == watched) return;
+  if (watchedScreen_) disconnect(watchedScreen_, nullptr, this, nullptr);
+  watchedScreen_ = watched;
+  if (watched)
+    connect(watched, &QScreen::availableGeometryChanged, this, &MainForm::SysInfo_SettingChanged);
 }
 
 void MainForm::resizeEvent(QResizeEvent* event) {

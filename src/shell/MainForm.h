@@ -5,12 +5,15 @@
 // program, and keeps its own position in the settings.
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QTimer>
+#include <functional>
 
 #include "shell/MainPosition.h"
 
 class QMdiArea;
 class QMdiSubWindow;
+class QScreen;
 class SizeForm;
 
 class MainForm : public QMainWindow {
@@ -41,6 +44,31 @@ class MainForm : public QMainWindow {
   QRect OuterTwips() const;
   MainWindowState PresentState() const;
 
+  // The first-run offers and the watch on the tutorial: the browser starts
+  // the timer at each activation; the first tick comes after 300 ms.
+  void StartTimer1();
+  void Timer1_Timer();
+  // The check after a burst of resizing: keeps the window at least at the
+  // minimum size and inside the work area, one change a tick, and fits the
+  // other windows again once the size has settled.
+  void Timer2_Timer();
+  // A system setting changed (the work area of the screen, as a rule).
+  void SysInfo_SettingChanged();
+  // Rebuilds the browser for the window's present size and brings every
+  // open window back as it was, inside the new area.
+  void RefitAllWindows();
+  // Keeps a window (a viewer as a rule) inside the browser's area: the
+  // first puts it back at the left or top edge when it reaches past, the
+  // second cuts its size.
+  void PlaceViewerWindow(QWidget* window);
+  void SizeForms(QWidget* window);
+  void RefitSingleImage();
+  void RefitSingleVideo();
+
+  // Loads the album selection again, placed above the command bar's album
+  // button; the album selection sets it when it joins the program.
+  std::function<QWidget*()> LoadAlbumSelect;
+
   // Members of the window.
   bool FirstTimerRun = true;
   bool FirstActivate = true;
@@ -51,11 +79,14 @@ class MainForm : public QMainWindow {
   int LastWidth = 0;
   int BorderWidth = 0;
 
-  // The one-shot re-fit after a burst of resizing.
+  // First-run offers (300 ms once, then every minute while the tutorial
+  // can be offered), and the one-shot re-fit after a burst of resizing.
+  QTimer Timer1;
   QTimer Timer2;
 
  protected:
   bool event(QEvent* event) override;
+  void showEvent(QShowEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -65,8 +96,17 @@ class MainForm : public QMainWindow {
   void ApplicationActivated();
   void StartAlarmWatcher();
   void ShowSplash();
-  void Refit();
   void ApplyOuterSize(const QRect& outerTwips);
+  void SetOuterWidth(int widthTwips);
+  void SetOuterHeight(int heightTwips);
+  void MoveOuter(int leftTwips, int topTwips);
+  void WatchScreen(QScreen* screen);
+  // A window's rectangle in twips relative to the browser's top left
+  // corner, and setting it so.
+  QRect RectInBrowser(QWidget* frame) const;
+  void SetRectInBrowser(QWidget* frame, const QRect& twipsRect);
+  void CentreOnBrowser(QWidget* frame);
+  int BrowserWidthTwips() const;
 
   SizeForm* sizeForm_;
   QMdiArea* area_;
@@ -74,4 +114,6 @@ class MainForm : public QMainWindow {
   QMdiSubWindow* thumbnailsWindow_ = nullptr;
   bool closing_ = false;
   QRect restoredOuter_;
+  QPointer<QScreen> watchedScreen_;
+  bool screenChangeWatched_ = false;
 };

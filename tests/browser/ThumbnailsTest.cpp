@@ -1,21 +1,33 @@
 #include <gtest/gtest.h>
 
+#include <QDeadlineTimer>
 #include <QDir>
-#include <QDoubleSpinBox>
+#include <QImage>
 #include <QLabel>
-#include <QListWidget>
-#include <QScrollBar>
-#include <QTabWidget>
+#include <QLineEdit>
+#include <QPainter>
+#include <QSignalSpy>
+#include <QTest>
 
+#include "browser/CdTitles.h"
+#include "browser/PageGeometry.h"
 #include "browser/PageTexts.h"
+#include "browser/ThumbnailLoader.h"
 #include "browser/Thumbnails.h"
+#include "catalogue/MediaPicture.h"
 #include "catalogue/MediaTypes.h"
+#include "controls/NewImage.h"
+#include "controls/NewTabControl.h"
+#include "controls/NumberBox.h"
+#include "controls/ThumbnailScroll.h"
+#include "platform/KeyCodes.h"
+#include "platform/Twips.h"
 #include "shell/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/DataFile.h"
 #include "shell/Database.h"
-#include "shell/Statements.h"
 #include "shell/Settings.h"
+#include "shell/Statements.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -27,151 +39,341 @@ QString MakeFolderWith(const QString& name, const QStringList& files) {
   return folder;
 }
 
+// A picture of the given size with a diagonal, saved in the format of its
+// extension.
+void MakePicture(const QString& path, int width, int height) {
+  QImage image(width, height, QImage::Format_RGB32);
+  image.fill(QColor(40, 120, 200));
+  QPainter painter(&image);
+  painter.setPen(QPen(Qt::yellow, 3));
+  painter.drawLine(0, 0, width, height);
+  painter.end();
+  ASSERT_TRUE(image.save(path)) << path.toStdString();
+}
+
 QStringList Captions(const Thumbnails& window) {
   QStringList captions;
-  for (int i = 0; i < window.ThumbnailTabs->count(); ++i) captions << window.ThumbnailTabs->tabText(i);
+  for (int tab = 1; tab <= 4; ++tab) captions << window.ThumbnailTabs->Caption(tab);
   return captions;
 }
 
-QStringList PageNames(const QListWidget* page) {
+void WaitForPage(Thumbnails& window) {
+  QDeadlineTimer deadline(20000);
+  while (window.PageFilling() && !deadline.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  QCoreApplication::processEvents();
+}
+
+int VisibleCells(const Thumbnails& window, int tab) {
+  int visible = 0;
+  for (int cell = 0; cell < window.CellCount(tab); ++cell)
+    if (!window.Cell(tab, cell)->isHidden()) ++visible;
+  return visible;
+}
+
+QStringList PageNames(const Thumbnails& window, int tab) {
   QStringList names;
-  for (int i = 0; i < page->count(); ++i) names << page->item(i)->text();
+  for (int cell = 0; cell < window.CellCount(tab); ++cell)
+    if (!window.Name(tab, cell)->isHidden()) names << window.Name(tab, cell)->text();
   return names;
+}
+
+// The frame's rectangle in pixels, from its top and left lines.
+QRect FrameRect(const Thumbnails& window) {
+  const QRect top = window.Highlight[0]->geometry();
+  const QRect left = window.Highlight[1]->geometry();
+  const QRect bottom = window.Highlight[2]->geometry();
+  return QRect(QPoint(left.left(), top.top()), QPoint(top.right(), bottom.bottom()));
 }
 
 class ThumbnailsTest : public testing::Test {
  protected:
-  void SetUp() override { FillMediaTables(); }
+  void SetUp() override {
+    FillMediaTables();
+    ThumbnailLoader::ResetDecodeCount();
+  }
+  void TearDown() override { SetCdTitleLookup({}); }
+
+  // A browser of 600 x 400 pixels: five picture columns of three rows at the
+  // inch size, and fifteen rows of names in each of the two columns.
+  void Open(Thumbnails& window, const QString& folder) {
+    settings::SaveSetting("DefaultFolder", folder);
+    window.resize(600, 400);
+    window.show();
+    window.Form_Load();
+    WaitForPage(window);
+  }
 };
 
 }  // namespace
 
-TEST(PageTexts, CountsAreGroupedByThousands) {
-  EXPECT_EQ(TabCaption(PicturesTab, 0), "Pictures (0)");
-  EXPECT_EQ(TabCaption(DocumentsTab, 1234567), "Documents (1,234,567)");
-  EXPECT_EQ(EmptyCountText(AudiosTab), "0 audio files available");
-  EXPECT_EQ(PageCountText(PicturesTab, 40, 40, 100), "41 to 80 of 100 picture files");
-  EXPECT_EQ(PageCountText(VideosTab, 39960, 40, 40000), "39,961 to 40,000 of 40,000 video files");
-  EXPECT_EQ(PageCountText(DocumentsTab, 0, 10, 3), "1 to 3 of 3 document files");
+TEST(PageGeometry, CellsAndPagesFollowTheWindowAndTheThumbnailSize) {
+  // A wide picture keeps the cell's width, a tall or square one its height.
+  EXPECT_EQ(PictureCellSize(200, 100, 1440), QSizeF(1380, 690));
+  EXPECT_EQ(PictureCellSize(100, 300, 1440), QSizeF(460, 1380));
+  EXPECT_EQ(PictureCellSize(50, 50, 2160), QSizeF(2100, 2100));
+
+  const PageLayout layout = LayOutPage(9000, 6000, 1440);
+  EXPECT_EQ(layout.PictureColumns, 5);
+  EXPECT_EQ(layout.PictureRows, 3);
+  EXPECT_EQ(layout.PicturePageSize, 15);
+  EXPECT_EQ(layout.ListRows, 15);
+  EXPECT_EQ(layout.ListPageSize, 30);
+  EXPECT_EQ(layout.Scroll.height(), layout.Tabs.height() - 1095);
+  EXPECT_EQ(layout.CountTop, layout.Tabs.top() + layout.Tabs.height() - 795);
+  // Cells stand a thumbnail size apart, row after row.
+  EXPECT_EQ(PictureCellRect(layout, 6).topLeft() - PictureCellRect(layout, 0).topLeft(),
+            QPoint(1440, 1440));
+  // Icons run down the first column, then the second.
+  EXPECT_EQ(IconCellRect(layout, 14).left(), IconCellRect(layout, 0).left());
+  EXPECT_GT(IconCellRect(layout, 15).left(), layout.SeparatorX);
+  EXPECT_EQ(IconCellRect(layout, 15).top(), IconCellRect(layout, 0).top());
+
+  // The smallest main window (9600 x 6780) still holds a row of the largest
+  // cell that the size box lets through.
+  const int browserHeight = 6780 - 345 - 60 - 1230;
+  const PageLayout smallest = LayOutPage(9600 - 195, browserHeight, 1440);
+  const int largest = int((smallest.Box.height() - 270) / 1440.0 * 1440);
+  EXPECT_GE(LayOutPage(9600 - 195, browserHeight, largest).PictureRows, 1);
+  EXPECT_EQ(LayOutPage(100, 100, 4320).PicturePageSize, 1);
 }
 
-TEST(PageSizes, CountCellsAcrossAndDown) {
-  // 9000 twips wide, 4440 high, inch cells: 6 across, 3 down; icon rows of
-  // 540 twips: 8 rows in two columns.
-  const PageSizes sizes = PageSizesFor(9000, 4440, 1440);
-  EXPECT_EQ(sizes.Pictures, 18);
-  EXPECT_EQ(sizes.Lists, 16);
-  // A window too small for one cell still has one picture cell, and one
-  // row in each of the two columns of names.
-  const PageSizes tiny = PageSizesFor(100, 100, 2880);
-  EXPECT_EQ(tiny.Pictures, 1);
-  EXPECT_EQ(tiny.Lists, 2);
-}
-
-TEST_F(ThumbnailsTest, LoadListsTheDefaultFolderAndCaptionsCarryTheCounts) {
-  const QString folder = MakeFolderWith(
-      "media", {"b.jpg", "a.PNG", "c.gif", "clip.avi", "tune.mp3", "tune2.wav", "letter.doc"});
-  settings::SaveSetting("DefaultFolder", folder);
+TEST_F(ThumbnailsTest, PicturesFillTheirCellsAndOtherTabsListNames) {
+  const QString folder = MakeFolderWith("media", {"clip.avi", "tune.mp3", "song.wav", "letter.doc"});
+  MakePicture(folder + "/wide.png", 200, 100);
+  MakePicture(folder + "/tall.jpg", 100, 300);
+  MakePicture(folder + "/square.bmp", 64, 64);
+  testenv::MakeFile(folder + "/broken.gif", "GIF89a not really a picture");
   Thumbnails window;
-  window.Form_Load();
+  Open(window, folder);
 
-  EXPECT_EQ(App().CurrentFolder, folder);
-  EXPECT_EQ(window.Bar()->DirectoryCaption(), folder);
   EXPECT_EQ(Captions(window),
-            QStringList({"Pictures (3)", "Videos (1)", "Audios (2)", "Documents (1)"}));
+            QStringList({"Pictures (4)", "Videos (1)", "Audios (2)", "Documents (1)"}));
   EXPECT_EQ(window.CurrentTab(), PicturesTab);
-  EXPECT_EQ(PageNames(window.Pages[0]), QStringList({"a.PNG", "b.jpg", "c.gif"}));
-  EXPECT_EQ(window.CountLabel[0]->text(), "1 to 3 of 3 picture files");
-  EXPECT_EQ(window.CountLabel[2]->text(), "1 to 2 of 2 audio files");
-  EXPECT_FALSE(window.CountLabel[0]->isHidden());
-  EXPECT_TRUE(window.CountLabel[2]->isHidden());
+  EXPECT_EQ(window.CountLabel[0]->text(), "1 to 4 of 4 picture files");
+  EXPECT_EQ(window.Tab(PicturesTab).PageLast, 3);
+  EXPECT_EQ(VisibleCells(window, PicturesTab), 4);
+  // Order: broken.gif, square.bmp, tall.jpg, wide.png.
+  EXPECT_EQ(window.CellTwips(PicturesTab, 3).size(), QSizeF(1380, 690));
+  EXPECT_EQ(window.CellTwips(PicturesTab, 2).size(), QSizeF(460, 1380));
+  EXPECT_EQ(window.CellTwips(PicturesTab, 1).size(), QSizeF(1380, 1380));
+  // The picture that can't be decoded shows the invalid-picture mark.
+  const QImage invalid = InvalidImagePicture();
+  EXPECT_EQ(window.ThumbImage[0]->Picture().toImage().convertToFormat(QImage::Format_ARGB32),
+            invalid.convertToFormat(QImage::Format_ARGB32));
   EXPECT_FALSE(window.ThumbnailSize->isHidden());
-  EXPECT_DOUBLE_EQ(window.ThumbnailSize->value(), 1.0);
-  EXPECT_TRUE(QDir(App().ProgramFolder + "/MyMedia").exists());
-}
+  EXPECT_EQ(window.ThumbnailSize->Value(), "1.000");
 
-TEST_F(ThumbnailsTest, AMissingDefaultFolderFallsBackToMyMediaWhichIsEmpty) {
-  settings::SaveSetting("DefaultFolder", testenv::Root() + "/gone");
-  Thumbnails window;
-  window.Form_Load();
-  EXPECT_EQ(App().CurrentFolder, App().ProgramFolder + "/MyMedia");
-  EXPECT_EQ(Captions(window), QStringList({"Pictures (0)", "Videos (0)", "Audios (0)", "Documents (0)"}));
-  EXPECT_EQ(window.CountLabel[0]->text(), "0 picture files available");
-  EXPECT_EQ(window.CountLabel[3]->text(), "0 document files available");
-  EXPECT_EQ(window.CurrentTab(), PicturesTab);
-  EXPECT_TRUE(window.ThumbnailSize->isHidden());
-}
-
-TEST_F(ThumbnailsTest, AFolderOfDocumentsOpensOnDocumentsWithTheFirstSelected) {
-  settings::SaveSetting("DefaultFolder", MakeFolderWith("start", {"x.jpg"}));
-  Thumbnails window;
-  window.Form_Load();
-  App().CurrentFolder = MakeFolderWith("papers", {"b.pdf", "a.txt"});
-  window.ChangeDirectory();
-  EXPECT_EQ(window.CurrentTab(), DocumentsTab);
-  EXPECT_EQ(window.ThumbnailTabs->currentIndex(), 3);
-  EXPECT_EQ(Captions(window), QStringList({"Pictures (0)", "Videos (0)", "Audios (0)", "Documents (2)"}));
-  EXPECT_EQ(PageNames(window.Pages[3]), QStringList({"a.txt", "b.pdf"}));
-  EXPECT_EQ(window.Pages[3]->currentRow(), 0);
-  EXPECT_FALSE(window.CountLabel[3]->isHidden());
+  window.SetCurrentTab(AudiosTab);
+  EXPECT_EQ(VisibleCells(window, PicturesTab), 0);
+  EXPECT_EQ(PageNames(window, AudiosTab), QStringList({"song.wav", "tune.mp3"}));
+  EXPECT_EQ(window.CountLabel[2]->text(), "1 to 2 of 2 audio files");
   EXPECT_TRUE(window.CountLabel[0]->isHidden());
+  EXPECT_TRUE(window.ThumbnailSize->isHidden());
+  EXPECT_FALSE(window.Separator->isHidden());
+  // The frame stands on the first audio and holds icon and name.
+  EXPECT_TRUE(window.Tab(AudiosTab).Highlighted);
+  EXPECT_FALSE(window.Highlight[0]->isHidden());
+  EXPECT_EQ(twips::FromPixels(window.Highlight[3]->geometry().height()), 345);
 }
 
-TEST_F(ThumbnailsTest, PagesTurnThroughTheScrollBar) {
-  QStringList names;
-  for (int i = 0; i < 25; ++i) names << QString::asprintf("n%02d.txt", i);
-  settings::SaveSetting("DefaultFolder", MakeFolderWith("many", names));
+TEST_F(ThumbnailsTest, PagesTurnAndTheFrameFollowsTheKeys) {
+  const QString folder = testenv::Root() + "/many";
+  QDir().mkpath(folder);
+  for (int i = 0; i < 20; ++i) MakePicture(QString("%1/p%2.png").arg(folder).arg(i, 2, 10, QChar('0')), 40, 30);
   Thumbnails window;
-  window.resize(600, 400);
-  window.Form_Load();
-  TabState& documents = window.Tab(DocumentsTab);
-  const int pageSize = documents.PageSize;
-  ASSERT_GT(pageSize, 1);
-  ASSERT_LT(pageSize, 25);
-  EXPECT_EQ(window.VScroll[3]->maximum(), ScrollMax(25, qint16(pageSize)));
+  Open(window, folder);
+  TabState& pictures = window.Tab(PicturesTab);
+  ASSERT_EQ(pictures.PageSize, 15);
+  EXPECT_EQ(window.VScroll[0]->Max(), 1);
+  EXPECT_FALSE(window.PositionNumber[0]->isHidden());
 
-  window.VScroll[3]->setValue(1);
-  EXPECT_EQ(documents.PageStart, pageSize);
-  EXPECT_EQ(App().CurrentDocument, pageSize);
-  EXPECT_EQ(window.Pages[3]->item(0)->text(), names[pageSize]);
-  EXPECT_EQ(window.CountLabel[3]->text(),
-            PageCountText(DocumentsTab, pageSize, qint16(pageSize), 25));
+  ASSERT_TRUE(window.FocusCell(PicturesTab, 0));
+  EXPECT_TRUE(pictures.Highlighted);
+  EXPECT_EQ(window.PositionNumber[0]->Value(), "1");
+  window.ThumbImage_KeyDown(0, keys::Right, 0);
+  EXPECT_EQ(App().CurrentPicture, 1);
+  const QRect cell1 = window.ThumbImage[1]->geometry();
+  EXPECT_EQ(FrameRect(window).topLeft(), cell1.topLeft() - QPoint(2, 2));
+  window.ThumbImage_KeyDown(1, keys::Down, 0);
+  EXPECT_EQ(App().CurrentPicture, 6);
 
-  // A new listing brings every tab back to its first page.
-  window.ChangePattern();
-  EXPECT_EQ(window.VScroll[3]->value(), 0);
-  EXPECT_EQ(documents.PageStart, 0);
-  EXPECT_EQ(window.Pages[3]->item(0)->text(), "n00.txt");
+  // Page Down turns to the second page and puts the frame on its first cell.
+  window.ThumbImage_KeyDown(6, keys::Next, 0);
+  WaitForPage(window);
+  EXPECT_EQ(window.VScroll[0]->Value(), 1);
+  EXPECT_EQ(pictures.PageStart, 15);
+  EXPECT_EQ(pictures.PageLast, 19);
+  EXPECT_EQ(App().CurrentPicture, 15);
+  EXPECT_EQ(window.CountLabel[0]->text(), "16 to 20 of 20 picture files");
+  EXPECT_EQ(VisibleCells(window, PicturesTab), 5);
+
+  // Right on the last cell of the last page comes back to its first cell.
+  ASSERT_TRUE(window.FocusCell(PicturesTab, 4));
+  window.ThumbImage_KeyDown(4, keys::Right, 0);
+  EXPECT_EQ(window.VScroll[0]->Value(), 1);
+  EXPECT_EQ(App().CurrentPicture, 15);
+
+  // Enter in the position box: 0 goes to the first item, too much to the last.
+  window.PositionNumber[0]->SetValue("0");
+  window.PositionNumber[0]->txtNumber()->setFocus();
+  QCoreApplication::processEvents();
+  QTest::keyClick(window.PositionNumber[0]->txtNumber(), Qt::Key_Return);
+  WaitForPage(window);
+  EXPECT_EQ(window.VScroll[0]->Value(), 0);
+  EXPECT_EQ(App().CurrentPicture, 0);
+  window.PositionNumber[0]->SetValue("99");
+  window.PositionNumber[0]->txtNumber()->setFocus();
+  QCoreApplication::processEvents();
+  QTest::keyClick(window.PositionNumber[0]->txtNumber(), Qt::Key_Return);
+  WaitForPage(window);
+  EXPECT_EQ(window.VScroll[0]->Value(), 1);
+  EXPECT_EQ(App().CurrentPicture, 19);
+
+  // End and Home through the window's own keys.
+  window.Form_KeyDown(keys::Home, 0);
+  WaitForPage(window);
+  EXPECT_EQ(window.VScroll[0]->Value(), 0);
+  window.Form_KeyDown(keys::End, 0);
+  WaitForPage(window);
+  EXPECT_EQ(window.VScroll[0]->Value(), 1);
 }
 
-TEST_F(ThumbnailsTest, AnAlbumListsItsRowsFromTheDataFileInRowOrder) {
+TEST_F(ThumbnailsTest, EnterOpensOnlyWhereTheFrameStandsAndClicksOpenAfterTheDelay) {
+  const QString folder = MakeFolderWith("docs", {"a.txt", "b.pdf", "c.doc"});
+  Thumbnails window;
+  Open(window, folder);
+  QSignalSpy opened(&window, &Thumbnails::ItemOpened);
+  ASSERT_EQ(window.CurrentTab(), DocumentsTab);
+  EXPECT_TRUE(window.Tab(DocumentsTab).Highlighted);
+
+  window.DocumentIcon_KeyDown(0, keys::Down, 0);
+  EXPECT_EQ(App().CurrentDocument, 1);
+  window.Form_KeyDown(keys::Return, 0);
+  ASSERT_EQ(opened.count(), 1);
+  EXPECT_EQ(opened[0], QVariantList({DocumentsTab, 1}));
+
+  // The rename window's Enter opens nothing.
+  App().SkipNextEnter = true;
+  window.Form_KeyDown(keys::Return, 0);
+  EXPECT_EQ(opened.count(), 1);
+  EXPECT_FALSE(App().SkipNextEnter);
+
+  // Up on the first cell of the only page goes to the last named cell.
+  window.DocumentIcon_KeyDown(0, keys::Up, 0);
+  EXPECT_EQ(App().CurrentDocument, 2);
+
+  // A click opens after the short delay, once.
+  QTest::mouseClick(window.Name(DocumentsTab, 0), Qt::LeftButton);
+  EXPECT_EQ(App().CurrentDocument, 0);
+  EXPECT_EQ(opened.count(), 1);
+  QTRY_COMPARE(opened.count(), 2);
+  EXPECT_EQ(opened[1], QVariantList({DocumentsTab, 0}));
+}
+
+TEST_F(ThumbnailsTest, DeletedEntriesComeBackAsDeletedCellsAfterTurningPages) {
+  const QString folder = testenv::Root() + "/pics";
+  QDir().mkpath(folder);
+  for (int i = 0; i < 20; ++i) MakePicture(QString("%1/p%2.png").arg(folder).arg(i, 2, 10, QChar('0')), 30, 30);
+  QStringList videos;
+  for (int i = 0; i < 35; ++i) videos << QString("v%1.avi").arg(i, 2, 10, QChar('0'));
+  for (const QString& v : videos) testenv::MakeFile(folder + "/" + v, QByteArray());
+  Thumbnails window;
+  Open(window, folder);
+
+  App().PictureFiles[16] = "";
+  App().VideoFiles[31] = "";
+  window.VScroll[0]->SetValue(1);
+  WaitForPage(window);
+  window.VScroll[0]->SetValue(0);
+  WaitForPage(window);
+  window.VScroll[0]->SetValue(1);
+  WaitForPage(window);
+  EXPECT_EQ(VisibleCells(window, PicturesTab), 5);
+  EXPECT_EQ(window.ThumbImage[1]->Picture().toImage(),
+            NewImage::DrawnDeletedPicture(window.ThumbImage[1]->size()).toImage());
+  EXPECT_EQ(window.CellTwips(PicturesTab, 1).size(), QSizeF(1380, 1380));
+  // Left on the first cell of page two goes back to the last cell of page one.
+  ASSERT_TRUE(window.FocusCell(PicturesTab, 0));
+  window.ThumbImage_KeyDown(0, keys::Left, 0);
+  WaitForPage(window);
+  EXPECT_EQ(window.VScroll[0]->Value(), 0);
+  EXPECT_EQ(App().CurrentPicture, 14);
+
+  window.SetCurrentTab(VideosTab);
+  window.VScroll[1]->SetValue(1);
+  EXPECT_EQ(PageNames(window, VideosTab), QStringList({"v30.avi", "(Deleted)", "v32.avi", "v33.avi", "v34.avi"}));
+  EXPECT_EQ(window.CountLabel[1]->text(), "31 to 35 of 35 video files");
+}
+
+TEST_F(ThumbnailsTest, ASecondVisitOfAPageDecodesNothing) {
+  const QString folder = testenv::Root() + "/visit";
+  QDir().mkpath(folder);
+  for (int i = 0; i < 20; ++i) MakePicture(QString("%1/p%2.jpg").arg(folder).arg(i, 2, 10, QChar('0')), 400, 300);
+  testenv::MakeFile(folder + "/zz broken.jpg", "not a jpeg");
+  Thumbnails window;
+  Open(window, folder);
+  EXPECT_EQ(ThumbnailLoader::DecodeCount(), 15);
+  window.VScroll[0]->SetValue(1);
+  WaitForPage(window);
+  EXPECT_EQ(ThumbnailLoader::DecodeCount(), 21);
+  ThumbnailLoader::ResetDecodeCount();
+  window.VScroll[0]->SetValue(0);
+  WaitForPage(window);
+  window.VScroll[0]->SetValue(1);
+  WaitForPage(window);
+  EXPECT_EQ(ThumbnailLoader::DecodeCount(), 0);
+  EXPECT_EQ(VisibleCells(window, PicturesTab), 6);
+}
+
+TEST_F(ThumbnailsTest, CdTracksTakeTheDiscTitlesByCellNumber) {
+  QStringList tracks;
+  for (int i = 1; i <= 32; ++i) tracks << QString("Track%1.cda").arg(i, 2, 10, QChar('0'));
+  const QString folder = MakeFolderWith("cd", tracks);
+  QStringList asked;
+  SetCdTitleLookup([&asked](const QString& f, QStringList& titles) {
+    asked << f;
+    titles = {"Overture", "Rain; at \"Night\"", "Été"};
+    return true;
+  });
+  Thumbnails window;
+  Open(window, folder);
+  ASSERT_EQ(window.CurrentTab(), AudiosTab);
+  EXPECT_EQ(asked.value(0), folder);
+  EXPECT_EQ(PageNames(window, AudiosTab).mid(0, 4),
+            QStringList({"Overture", "Rain; at \"Night\"", "Été", "Track04.cda"}));
+  // On the second page the titles begin again from the first.
+  window.VScroll[2]->SetValue(1);
+  EXPECT_EQ(PageNames(window, AudiosTab), QStringList({"Overture", "Rain; at \"Night\""}));
+  EXPECT_EQ(window.Cell(AudiosTab, 0)->toolTip(), "File:    Track31.cda\nType: CD Audio");
+}
+
+TEST_F(ThumbnailsTest, AnAlbumListsItsRowsByBaseNameFromTheDataFile) {
   testenv::InstallDataFile();
   ASSERT_TRUE(OpenDataFile());
   Database& db = *App().DatabaseConnection;
-  const QString elsewhere = MakeFolderWith("elsewhere", {"z.jpg", "song.mp3"});
+  const QString elsewhere = MakeFolderWith("elsewhere", {"song.mp3"});
+  MakePicture(elsewhere + "/z.jpg", 60, 40);
   const qint32 album = AddAlbum(db, "Holiday d'été; 2001", false);
   ASSERT_GT(album, 0);
   ASSERT_TRUE(SavePlaylistFiles(db, album,
-                                {elsewhere + "/z.jpg", "/pics/a.jpg", elsewhere + "/z.jpg",
-                                 "/music/song.ram", "/films/clip.mpg", "", elsewhere + "/song.mp3",
-                                 "/notes/letter.txt", "/icons/app.ico"}));
-
-  settings::SaveSetting("DefaultFolder", MakeFolderWith("folder", {"x.jpg", "readme.txt"}));
+                                {elsewhere + "/z.jpg", "/pics/gone.jpg", "/films/clip.mpg", "",
+                                 elsewhere + "/song.mp3", "/notes/letter.txt"}));
   Thumbnails window;
-  window.Form_Load();
+  Open(window, MakeFolderWith("folder", {"readme.txt"}));
   App().AlbumMode = true;
   App().SelectedAlbumId = album;
   App().CurrentFolder = "Holiday d'été; 2001";
   window.ChangeDirectory();
+  WaitForPage(window);
 
-  // Rows keep their order and their repeats; "R", "D" and empty rows stay
-  // out; the Documents tab keeps the documents of the last folder.
-  EXPECT_EQ(App().PictureFiles.mid(0, 4), QStringList({elsewhere + "/z.jpg", "/pics/a.jpg",
-                                                         elsewhere + "/z.jpg", "/icons/app.ico"}));
-  EXPECT_EQ(App().VideoFiles.first(), "/films/clip.mpg");
-  EXPECT_EQ(App().AudioFiles.first(), elsewhere + "/song.mp3");
   EXPECT_EQ(Captions(window),
-            QStringList({"Pictures (4)", "Videos (1)", "Audios (1)", "Documents (1)"}));
-  EXPECT_EQ(PageNames(window.Pages[3]), QStringList({"readme.txt"}));
+            QStringList({"Pictures (2)", "Videos (1)", "Audios (1)", "Documents (1)"}));
+  EXPECT_EQ(window.CellTwips(PicturesTab, 0).size(), QSizeF(1380, 920));
+  // A row whose file is gone shows the invalid-picture mark and stays selectable.
+  EXPECT_FALSE(window.Cell(PicturesTab, 1)->isHidden());
+  window.SetCurrentTab(AudiosTab);
+  EXPECT_EQ(PageNames(window, AudiosTab), QStringList({"song.mp3"}));
+  window.SetCurrentTab(DocumentsTab);
+  EXPECT_EQ(PageNames(window, DocumentsTab), QStringList({"readme.txt"}));
   CloseDataFile();
 }

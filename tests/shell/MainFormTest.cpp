@@ -1,13 +1,23 @@
 #include <gtest/gtest.h>
 
 #include <QAction>
+#include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <functional>
+#include <memory>
+
+#include "browser/Thumbnails.h"
+#include "controls/Button.h"
+#include "controls/ThumbnailScroll.h"
 
 #include "platform/SettingsStore.h"
 #include "platform/SiblingPrograms.h"
+#include "platform/SpeechEngine.h"
 #include "platform/SystemMessage.h"
 #include "shell/AppState.h"
+#include "shell/CommandBar.h"
 #include "shell/Logo.h"
 #include "shell/MainForm.h"
 #include "shell/Settings.h"
@@ -35,6 +45,31 @@ struct SiblingWorld {
     platform::SetProgramStarter({});
   }
 };
+
+// Lets events run until the condition holds; false if it never does.
+bool RunUntil(const std::function<bool()>& condition) {
+  QDeadlineTimer deadline(10000);
+  while (!condition()) {
+    if (deadline.hasExpired()) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  }
+  return true;
+}
+
+// A main window loaded, shown and activated once, without splash, with a
+// user who has saved the options and seen the tutorial.
+std::unique_ptr<MainForm> StartedMainForm(SizeForm& sizeForm) {
+  testenv::InstallDataFile();
+  settings::SaveSetting("ShowSplashScreen", "0");
+  settings::SaveSetting("MainMaximized", "No");
+  settings::SaveSetting("Defined", "Yes");
+  settings::SaveSetting("MerlinShown", "Yes");
+  auto form = std::make_unique<MainForm>(&sizeForm);
+  if (!form->MDIForm_Load()) return nullptr;
+  form->show();
+  form->MDIForm_Activate();
+  return form;
+}
 
 }  // namespace
 
@@ -124,4 +159,95 @@ TEST(MainForm, StartsListsTheDefaultFolderAndSavesItsPlaceAtTheClose) {
   EXPECT_EQ(settings::GetSetting("MainWidth"), "9600");
   EXPECT_EQ(settings::GetSetting("MainHeight"), "9000");
   delete form;
+}
+
+TEST(MainForm, TheFirstRunTimerWatchesOnlyWhileTheTutorialCanBeOffered) {
+  SiblingWorld world;
+  bool speech = true;
+  platform::SetSpeechEngineProbe([&speech] { return speech; });
+  SizeForm sizeForm;
+  auto form = StartedMainForm(sizeForm);
+  ASSERT_TRUE(form);
+  auto* bar = Windows().Get<CommandBar>("CommandBar");
+  ASSERT_TRUE(bar);
+
+  // No character file: one tick per start, then the timer stays off.
+  ASSERT_TRUE(App().AgentCharacterFile.isEmpty());
+  form->StartTimer1();
+  EXPECT_EQ(form->Timer1.interval(), 300);
+  ASSERT_TRUE(RunUntil([&] { return !form->FirstTimerRun; }));
+  EXPECT_FALSE(form->Timer1.isActive());
+  EXPECT_EQ(form->Timer1.interval(), 60000);
+  EXPECT_FALSE(bar->HelpButton->isEnabled());
+
+  // The character and the speech engine: the button comes on and the watch
+  // goes on every minute.
+  App().AgentCharacterFile = testenv::MakeFile(testenv::Root() + "/chars/Merlin.acs", "character");
+  form->StartTimer1();
+  form->Timer1_Timer();
+  EXPECT_TRUE(bar->HelpButton->isEnabled());
+  EXPECT_TRUE(form->Timer1.isActive());
+  EXPECT_EQ(form->Timer1.interval(), 60000);
+
+  // The speech engine gone: the button goes off and the watch ends.
+  speech = false;
+  form->Timer1_Timer();
+  EXPECT_FALSE(bar->HelpButton->isEnabled());
+  EXPECT_FALSE(form->Timer1.isActive());
+
+  platform::SetSpeechEngineProbe({});
+  EXPECT_TRUE(form->MDIForm_QueryUnload());
+}
+
+TEST(MainForm, AResizeRefitsTheBrowserKeepingTheTabAndEachItemsPage) {
+  SiblingWorld world;
+  const QString media = testenv::ProgramFolder() + "/MyMedia";
+  for (int i = 0; i < 300; ++i) {
+    testenv::MakeFile(media + QString("/clip%1.avi").arg(i, 3, 10, QChar('0')), QByteArray());
+    testenv::MakeFile(media + QString("/song%1.mp3").arg(i, 3, 10, QChar('0')), QByteArray());
+  }
+  SizeForm sizeForm;
+  auto form = StartedMainForm(sizeForm);
+  ASSERT_TRUE(form);
+  auto* browser = Windows().Get<Thumbnails>("Thumbnails");
+  ASSERT_TRUE(browser);
+  ASSERT_EQ(browser->Tab(AudiosTab).Count, 300);
+  const int smallPage = browser->Tab(AudiosTab).PageSize;
+  ASSERT_LT(smallPage, 100);
+
+  // Videos in front on its first page; the audios on a later page.
+  browser->SetCurrentTab(VideosTab);
+  browser->ShowItemPage(VideosTab, 1);
+  browser->ShowItemPage(AudiosTab, 250);
+  ASSERT_EQ(App().CurrentAudio, 250);
+  App().RefitDone = false;
+
+  // A larger window: after the burst the timer fits everything again.
+  const int widthBefore = form->OuterTwips().width();
+  form->resize(form->width() + 100, form->height() + 100);
+  ASSERT_TRUE(RunUntil([] { return App().RefitDone; }));
+  EXPECT_FALSE(App().RefitInProgress);
+  EXPECT_NE(form->LastWidth, widthBefore);
+  EXPECT_EQ(form->LastWidth, form->OuterTwips().width());
+  EXPECT_EQ(form->LastHeight, form->OuterTwips().height());
+  const TabState& audios = browser->Tab(AudiosTab);
+  ASSERT_GT(audios.PageSize, smallPage);
+  EXPECT_EQ(browser->CurrentTab(), VideosTab);
+  EXPECT_EQ(browser->VScroll[AudiosTab - 1]->Value(), 250 / audios.PageSize);
+  EXPECT_LE(audios.PageFirst, 250);
+  EXPECT_GE(audios.PageLast, 250);
+  EXPECT_EQ(browser->VScroll[VideosTab - 1]->Value(), 0);
+
+  // The item in front beyond the first page of the new size: a new listing,
+  // which starts every tab at its first page; a pending file survives.
+  browser->SetCurrentTab(AudiosTab);
+  browser->ShowItemPage(AudiosTab, 250);
+  App().PendingFile = media + "/song250.mp3";
+  form->RefitAllWindows();
+  EXPECT_EQ(browser->CurrentTab(), AudiosTab);
+  EXPECT_EQ(browser->VScroll[AudiosTab - 1]->Value(), 0);
+  EXPECT_EQ(App().PendingFile, media + "/song250.mp3");
+  EXPECT_TRUE(App().RefitDone);
+
+  EXPECT_TRUE(form->MDIForm_QueryUnload());
 }

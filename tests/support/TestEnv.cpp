@@ -6,6 +6,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QCoreApplication>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -24,7 +25,11 @@ std::unique_ptr<QTemporaryDir>& Current() {
 // Gives each test its own folders and a clean program state.
 class IsolationListener : public testing::EmptyTestEventListener {
   void OnTestStart(const testing::TestInfo&) override {
-    Current() = std::make_unique<QTemporaryDir>();
+    // The system's temporary folder as it was before the first test
+    // pointed TMPDIR into its own world.
+    static const QString base = QDir::tempPath();
+    Current() = std::make_unique<QTemporaryDir>(
+        base + "/" + QCoreApplication::applicationName() + "-XXXXXX");
     const QString root = Current()->path();
     for (const char* sub : {"home", "config", "data", "cache", "runtime", "program", "tmp"})
       QDir(root).mkpath(sub);

@@ -1,0 +1,18 @@
+#pragma once
+// The keys that every window shares: each window passes the keys it has not
+// used. Shift is 0 for no modifier, 1 for Shift and 2 for Ctrl.
+//
+//   Esc        unload the window
+//   F1         the tutorial (HelpButton), if it is enabled
+//   F2, F9     minimise the main window (unloading the window first when
+//              unloadOnMinimise)
+//   F5         refresh the window's folder tree, when it has one
+//   F6, F7     volume one step down, up
+//   F8         mute on or off
+//   F10        choose another folder (DirectoryButton), if enabled
+//   Shift+Esc  unload the window and close the program
+//   Ctrl+F     file search (searchButton), if enabled
+
+class QWidget;
+
+void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinimise, bool hasTree);

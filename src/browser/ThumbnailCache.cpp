@@ -1,0 +1,228 @@
+#include "browser/ThumbnailCache.h"
+
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QImageWriter>
+#include <QTemporaryFile>
+#include <cstdio>
+
+namespace {
+
+// The program's own folder under thumbnails/fail.
+constexpr char FailureFolderName[] = "vistrel";
+
+// Keys of the stamp written into each cache file.
+constexpr char UriKey[] = "Thumb::URI";
+constexpr char MTimeKey[] = "Thumb::MTime";
+constexpr char SizeKey[] = "Thumb::Size";
+constexpr char WidthKey[] = "Thumb::Image::Width";
+constexpr char HeightKey[] = "Thumb::Image::Height";
+
+// A fast, light zlib level: the files are small and written while the user
+// waits, and read back far more often than they are written.
+constexpr int PngWriteQuality = 80;  // zlib level 1
+
+// The largest edge any program stores in the cache.
+constexpr int MaxCachedEdge = 1024;
+
+const QFileDevice::Permissions PrivateFolder =
+    QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+
+QString AbsoluteClean(const QString& path) {
+  return QDir::cleanPath(QDir::isAbsolutePath(path) ? path : QDir::current().absoluteFilePath(path));
+}
+
+// Characters a path keeps as they are inside a file URI.
+bool KeptInUri(unsigned char c) {
+  if ((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9')) return true;
+  static const char kept[] = "-._~!$&'()*+,=:@/";
+  for (const char* k = kept; *k; ++k)
+    if (c == static_cast<unsigned char>(*k)) return true;
+  return false;
+}
+
+// What a picture is right now: the time it was last changed (whole seconds)
+// and its length. Invalid when it cannot be read.
+struct PictureStamp {
+  bool Valid = false;
+  qint64 MTime = 0;
+  qint64 Size = 0;
+};
+
+PictureStamp StampOf(const QString& path) {
+  PictureStamp stamp;
+  const QFileInfo info(path);
+  if (!info.exists() || !info.isFile()) return stamp;
+  const QDateTime modified = info.fileTime(QFileDevice::FileModificationTime);
+  if (!modified.isValid()) return stamp;
+  stamp.Valid = true;
+  stamp.MTime = modified.toSecsSinceEpoch();
+  stamp.Size = info.size();
+  return stamp;
+}
+
+bool MatchesStamp(const QString& uriText, const QString& mtimeText, const QString& uri,
+                  const PictureStamp& stamp) {
+  if (uriText != uri) return false;
+  bool number = false;
+  const qint64 mtime = mtimeText.trimmed().toLongLong(&number);
+  return number && mtime == stamp.MTime;
+}
+
+// Makes each missing folder from the cache's root down to folder, private.
+bool MakePrivateFolder(const QString& folder) {
+  if (QFileInfo(folder).isDir()) return true;
+  const QString root = ThumbnailFolder();
+  const QString parentOfRoot = QFileInfo(root).absolutePath();
+  if (!QFileInfo(parentOfRoot).isDir()) {
+    if (!QDir().mkpath(parentOfRoot)) return false;
+    QFile::setPermissions(parentOfRoot, PrivateFolder);
+  }
+  QString current = parentOfRoot;
+  const QStringList parts = folder.mid(parentOfRoot.size()).split('/', Qt::SkipEmptyParts);
+  for (const QString& part : parts) {
+    current += '/' + part;
+    // Another thread may make the same folder at the same moment.
+    if (!QFileInfo(current).isDir() && !QDir().mkdir(current, PrivateFolder) && !QFileInfo(current).isDir())
+      return false;
+  }
+  return true;
+}
+
+// Writes image with its stamp to target: into a temporary file beside it,
+// renamed into place, so a reader never sees half a file.
+void WriteStamped(const QString& target, QImage image, const QString& uri, const PictureStamp& stamp,
+                  const QSize& originalSize) {
+  const QString folder = QFileInfo(target).absolutePath();
+  if (!MakePrivateFolder(folder)) return;
+  image.setText(UriKey, uri);
+  image.setText(MTimeKey, QString::number(stamp.MTime));
+  image.setText(SizeKey, QString::number(stamp.Size));
+  if (originalSize.isValid() && !originalSize.isEmpty()) {
+    image.setText(WidthKey, QString::number(originalSize.width()));
+    image.setText(HeightKey, QString::number(originalSize.height()));
+  }
+  image.setText("Software", "Vistrel");
+
+  // Temporary files are made readable by the owner only.
+  QTemporaryFile temporary(folder + "/vistrel-XXXXXX.png");
+  if (!temporary.open()) return;
+  QImageWriter writer(&temporary, "png");
+  writer.setQuality(PngWriteQuality);
+  if (!writer.write(image) || !temporary.flush()) return;
+  temporary.close();
+  if (std::rename(QFile::encodeName(temporary.fileName()).constData(),
+                  QFile::encodeName(target).constData()) == 0)
+    temporary.setAutoRemove(false);
+}
+
+// Reads a cache file if its stamp matches; image and its texts then filled.
+bool ReadStamped(const QString& file, const QString& uri, const PictureStamp& stamp, QImage& image) {
+  if (!stamp.Valid) return false;
+  QImageReader reader(file, "png");
+  reader.setDecideFormatFromContent(false);
+  if (!reader.canRead()) return false;
+  // No thumbnail is this large: a file that claims it is not read.
+  const QSize size = reader.size();
+  if (size.width() > MaxCachedEdge || size.height() > MaxCachedEdge) return false;
+  QImage read;
+  if (!reader.read(&read) || read.isNull()) return false;
+  if (!MatchesStamp(read.text(UriKey), read.text(MTimeKey), uri, stamp)) return false;
+  image = read;
+  return true;
+}
+
+bool IsInsideCache(const QString& absolutePath) {
+  const QString root = ThumbnailFolder() + '/';
+  return absolutePath.startsWith(root);
+}
+
+}  // namespace
+
+int ThumbnailCacheSize(int cellPixels) {
+  return cellPixels <= NormalThumbnailSize ? NormalThumbnailSize : LargeThumbnailSize;
+}
+
+QString ThumbnailFolder() {
+  const QString xdg = QFile::decodeName(qgetenv("XDG_CACHE_HOME"));
+  const QString base = QDir::isAbsolutePath(xdg) ? xdg : QDir::homePath() + "/.cache";
+  return QDir::cleanPath(base + "/thumbnails");
+}
+
+QString ThumbnailUri(const QString& absolutePath) {
+  static const char hex[] = "0123456789ABCDEF";
+  const QByteArray bytes = QFile::encodeName(AbsoluteClean(absolutePath));
+  QByteArray uri("file://");
+  uri.reserve(uri.size() + bytes.size() * 3);
+  for (const char ch : bytes) {
+    const auto c = static_cast<unsigned char>(ch);
+    if (KeptInUri(c)) {
+      uri.append(ch);
+    } else {
+      uri.append('%');
+      uri.append(hex[c >> 4]);
+      uri.append(hex[c & 0x0F]);
+    }
+  }
+  return QString::fromLatin1(uri);
+}
+
+QString ThumbnailFileName(const QString& uri) {
+  return QString::fromLatin1(QCryptographicHash::hash(uri.toUtf8(), QCryptographicHash::Md5).toHex()) +
+         ".png";
+}
+
+QString ThumbnailPath(const QString& path, int cellPixels) {
+  const char* sizeFolder = ThumbnailCacheSize(cellPixels) == NormalThumbnailSize ? "normal" : "large";
+  return ThumbnailFolder() + '/' + sizeFolder + '/' + ThumbnailFileName(ThumbnailUri(path));
+}
+
+QString FailureRecordPath(const QString& path) {
+  return ThumbnailFolder() + "/fail/" + FailureFolderName + '/' + ThumbnailFileName(ThumbnailUri(path));
+}
+
+bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSize& originalSize) {
+  const QString absolute = AbsoluteClean(path);
+  QImage read;
+  if (!ReadStamped(ThumbnailPath(absolute, cellPixels), ThumbnailUri(absolute), StampOf(absolute), read))
+    return false;
+  const int width = read.text(WidthKey).toInt();
+  const int height = read.text(HeightKey).toInt();
+  originalSize = width > 0 && height > 0 ? QSize(width, height) : read.size();
+  image = read;
+  return true;
+}
+
+void StoreThumbnail(const QString& path, int cellPixels, const QImage& image, const QSize& originalSize) {
+  if (image.isNull()) return;
+  const QString absolute = AbsoluteClean(path);
+  // Thumbnails of the cache's own files would only feed on themselves.
+  if (IsInsideCache(absolute)) return;
+  const PictureStamp stamp = StampOf(absolute);
+  if (!stamp.Valid) return;
+  const int edge = ThumbnailCacheSize(cellPixels);
+  QImage thumbnail = image;
+  if (thumbnail.width() > edge || thumbnail.height() > edge)
+    thumbnail = thumbnail.scaled(edge, edge, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+  WriteStamped(ThumbnailPath(absolute, cellPixels), thumbnail, ThumbnailUri(absolute), stamp, originalSize);
+}
+
+bool IsRecordedFailure(const QString& path) {
+  const QString absolute = AbsoluteClean(path);
+  QImage read;
+  return ReadStamped(FailureRecordPath(absolute), ThumbnailUri(absolute), StampOf(absolute), read);
+}
+
+void RecordFailure(const QString& path) {
+  const QString absolute = AbsoluteClean(path);
+  if (IsInsideCache(absolute)) return;
+  const PictureStamp stamp = StampOf(absolute);
+  if (!stamp.Valid) return;
+  QImage mark(1, 1, QImage::Format_ARGB32);
+  mark.fill(Qt::transparent);
+  WriteStamped(FailureRecordPath(absolute), mark, ThumbnailUri(absolute), stamp, QSize());
+}

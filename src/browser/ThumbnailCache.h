@@ -1,0 +1,56 @@
+#pragma once
+// The thumbnail cache shared with the desktop: small PNG copies of pictures
+// under $XDG_CACHE_HOME/thumbnails, named by the MD5 of the picture's file
+// URI, stamped with that URI and the picture's modification time. A stamp
+// that no longer matches the picture makes the entry stale. Pictures that
+// could not be decoded are remembered under thumbnails/fail/vistrel, so they
+// are not tried again until they change.
+//
+// Plain functions, safe to call from several threads at once. None of them
+// throws; an unreadable, foreign or corrupt cache file counts as a miss.
+
+#include <QImage>
+#include <QSize>
+#include <QString>
+
+// Edge of the two thumbnail sizes the cache keeps, in pixels.
+constexpr int NormalThumbnailSize = 128;
+constexpr int LargeThumbnailSize = 256;
+
+// The thumbnail size that serves a cell of cellPixels: normal up to 128,
+// large above.
+int ThumbnailCacheSize(int cellPixels);
+
+// The cache's root folder: $XDG_CACHE_HOME/thumbnails, or
+// $HOME/.cache/thumbnails when that is not set (or not absolute).
+QString ThumbnailFolder();
+
+// The file URI of a path: "file://" and the absolute path, its bytes
+// percent-encoded except letters, digits and -._~!$&'()*+,=:@/ (so a blank
+// is %20, ";" is %3B, "ü" is %C3%BC).
+QString ThumbnailUri(const QString& absolutePath);
+// The cache file name of a URI: its MD5 in lower-case hex and ".png".
+QString ThumbnailFileName(const QString& uri);
+// Where the thumbnail of path for a cell of cellPixels is kept.
+QString ThumbnailPath(const QString& path, int cellPixels);
+// Where a failure to decode path is recorded.
+QString FailureRecordPath(const QString& path);
+
+// Reads the cached thumbnail of path for a cell of cellPixels. True only
+// when the entry is there, decodes, and its URI and modification time match
+// the picture; originalSize is the picture's own size as recorded with the
+// thumbnail, or the thumbnail's size when none was recorded.
+bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSize& originalSize);
+
+// Stores image as the thumbnail of path for a cell of cellPixels, reduced to
+// the cache size when it is larger (a smaller picture is stored as it is, so
+// that a second visit never decodes it again). The write goes to a temporary
+// file that is renamed into place; folders are made private (0700), files
+// readable by the owner only (0600). Failures are passed over.
+void StoreThumbnail(const QString& path, int cellPixels, const QImage& image, const QSize& originalSize);
+
+// True when a failure to decode path is recorded and path has not changed
+// since.
+bool IsRecordedFailure(const QString& path);
+// Records that path could not be decoded.
+void RecordFailure(const QString& path);

@@ -1,0 +1,471 @@
+// The browser's keyboard and mouse: which key does what, how the current
+// item moves from cell to cell, and the red frame that follows it.
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QFrame>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMouseEvent>
+#include <QTimer>
+
+#include "browser/BrowserKeys.h"
+#include "browser/CellNavigation.h"
+#include "browser/CommonKeys.h"
+#include "browser/HighlightFrame.h"
+#include "browser/Thumbnails.h"
+#include "catalogue/PathParts.h"
+#include "controls/NewImage.h"
+#include "controls/NumberBox.h"
+#include "controls/ThumbnailScroll.h"
+#include "platform/KeyCodes.h"
+#include "platform/Twips.h"
+#include "shell/AppState.h"
+#include "shell/CommandBar.h"
+#include "shell/Settings.h"
+#include "shell/WindowRegistry.h"
+
+namespace {
+
+// One tab's page as the cell key routines see it.
+class BrowserPage : public CellPage {
+ public:
+  BrowserPage(Thumbnails& window, int tab) : window_(window), tab_(tab) {}
+  int PageSize() const override { return window_.Tab(tab_).PageSize; }
+  int Columns() const override { return window_.Layout().PictureColumns; }
+  qint32 PageFirst() const override { return window_.Tab(tab_).PageFirst; }
+  qint32 Count() const override { return window_.Tab(tab_).Count; }
+  int ScrollValue() const override { return Bar()->Value(); }
+  int ScrollMax() const override { return Bar()->Max(); }
+  void SetScrollValue(int value) override { Bar()->SetValue(value); }
+  bool FocusCell(int cell) override { return window_.FocusCell(tab_, cell); }
+  bool EntryEmpty(qint32 index) const override {
+    const QStringList& files = Listing::Files(tab_);
+    return index < 0 || index >= files.size() || files[index].isEmpty();
+  }
+  bool NameEmpty(int cell) const override {
+    const QLabel* name = window_.Name(tab_, cell);
+    return !name || name->text().isEmpty();
+  }
+  qint32 CurrentEntry() const override { return Thumbnails::CurrentIndex(tab_); }
+  void ShowHighlight() override { window_.ShowHighlight(tab_); }
+  void Delete() override { window_.MenuAction("Delete"); }
+  void Move() override { window_.MenuAction("Move"); }
+  void Copy() override { window_.MenuAction("Copy"); }
+  void Rename() override { window_.MenuAction("Rename"); }
+
+ private:
+  ThumbnailScroll* Bar() const { return window_.VScroll[size_t(tab_ - 1)]; }
+  Thumbnails& window_;
+  int tab_;
+};
+
+}  // namespace
+
+// ---- Keys of the window -----------------------------------------------------
+
+void Thumbnails::keyPressEvent(QKeyEvent* event) {
+  Form_KeyDown(keys::KeyCode(event), keys::ShiftOf(event));
+}
+
+void Thumbnails::keyReleaseEvent(QKeyEvent* event) {
+  Form_KeyUp(keys::KeyCode(event), keys::ShiftOf(event));
+}
+
+void Thumbnails::Form_KeyDown(int keyCode, int shift) {
+  const FormKeyAction action = FormKeyDownAction(keyCode, shift);
+  const int tab = currentTab_;
+  switch (action.Kind) {
+    case FormKeyKind::Nothing:
+      break;
+    case FormKeyKind::FocusFirstCell:
+      if (PauseFocusesFirstCell(tab, Tab(tab).Count, Tab(tab).Highlighted)) FocusCell(tab, 0);
+      break;
+    case FormKeyKind::GoHome:
+      GoHome();
+      break;
+    case FormKeyKind::ScrollToEnd:
+      VScroll[size_t(tab - 1)]->SetValue(VScroll[size_t(tab - 1)]->Max());
+      break;
+    case FormKeyKind::EndProgram:
+      if (QWidget* main = Windows().Find("MainForm")) main->close();
+      break;
+    case FormKeyKind::GoToTab:
+      SetCurrentTab(action.Tab);
+      break;
+    case FormKeyKind::ClickButton:
+      if (commandBar_) commandBar_->ClickIfEnabled(action.Button);
+      break;
+    case FormKeyKind::Minimise:
+      if (QWidget* main = Windows().Find("MainForm")) main->showMinimized();
+      break;
+    case FormKeyKind::Enter:
+      EnterKey();
+      break;
+    case FormKeyKind::CommonKey:
+      HandleCommonKey(this, keyCode, shift, false, false);
+      break;
+  }
+}
+
+void Thumbnails::Form_KeyUp(int keyCode, int shift) {
+  const int tab = currentTab_;
+  const QStringList& files = Listing::Files(tab);
+  const qint32 current = CurrentIndex(tab);
+  const QString extension =
+      current >= 0 && current < files.size() ? GetFileExtension(files[current]) : QString();
+  switch (FormKeyUpAction(keyCode, shift, tab, Tab(tab).Count, extension)) {
+    case KeyUpAction::ContextMenu:
+      // The current index stands in the place of the cell number; the
+      // mouse-down routine adds PageStart to it again, so on a later page
+      // the menu may come up for another entry or not at all.
+      CellMouseDown(tab, current, 2);
+      break;
+    case KeyUpAction::Properties:
+      MenuAction("Properties");
+      break;
+    case KeyUpAction::Mp3Tags:
+      MenuAction("MP3");
+      break;
+    case KeyUpAction::Nothing:
+      break;
+  }
+}
+
+void Thumbnails::EnterKey() {
+  AppState& app = App();
+  const int tab = currentTab_;
+  switch (EnterActionFor(sizeFocus_, positionFocus_[size_t(tab - 1)], app.SkipNextEnter,
+                         Tab(tab).Highlighted)) {
+    case EnterAction::ApplyThumbnailSize:
+      ThumbnailSizeEnter();
+      break;
+    case EnterAction::JumpToPosition:
+      PositionEnter(tab);
+      break;
+    case EnterAction::SkipThisEnter:
+      app.SkipNextEnter = false;
+      break;
+    case EnterAction::OpenCurrent:
+      OpenItem(tab);
+      break;
+    case EnterAction::Nothing:
+      break;
+  }
+}
+
+void Thumbnails::ThumbnailSizeEnter() {
+  AppState& app = App();
+  const double value = ThumbnailSize->UnformatNumeric(ThumbnailSize->txtNumber()->text()).toDouble();
+  app.ThumbnailSizeTwips = qint16(ThumbnailSizeAfterEnter(value, layout_.Box.height()));
+  ThumbnailSize->SetValue(QString::number(app.ThumbnailSizeTwips / 1440.0, 'f', 3));
+  settings::SaveSetting("ThumbnailSize", QString::number(app.ThumbnailSizeTwips));
+  ChangeFormSize();
+  if (commandBar_) commandBar_->refreshButton_Click();
+}
+
+void Thumbnails::PositionEnter(int tab) {
+  NumberBox* box = PositionNumber[size_t(tab - 1)];
+  const qint64 value = box->UnformatNumeric(box->txtNumber()->text()).toLongLong();
+  const TabState& state = Tab(tab);
+  const PositionJump jump = PositionJumpFor(value, state.Count, state.PageSize, tab);
+  ThumbnailScroll* bar = VScroll[size_t(tab - 1)];
+  if (bar->Value() != jump.ScrollValue)
+    bar->SetValue(jump.ScrollValue);
+  else
+    VScroll_Change(tab, jump.ScrollValue);
+  if (jump.FocusCell >= 0) FocusCell(tab, jump.FocusCell);
+}
+
+void Thumbnails::GoHome() {
+  AppState& app = App();
+  app.AlbumMode = false;
+  const QString old = app.CurrentFolder;
+  QString folder = settings::GetSetting("DefaultFolder", settings::MyMediaFolder());
+  while (folder.size() > 1 && folder.endsWith('/')) folder.chop(1);
+  if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
+  app.CurrentFolder = folder;
+  if (old.toLower() != folder.toLower()) {
+    if (commandBar_) {
+      commandBar_->SetDirectoryLabel(false);
+      commandBar_->ShowDirectoryName(folder);
+    }
+    ChangePattern();
+    return;
+  }
+  const int tab = FirstNonEmptyTab(
+      {Tab(1).Count, Tab(2).Count, Tab(3).Count, Tab(4).Count});
+  if (tab < 1) return;
+  ThumbnailScroll* bar = VScroll[size_t(tab - 1)];
+  if (bar->Value() != 0)
+    bar->SetValue(0);
+  else
+    VScroll_Change(tab, 0);
+}
+
+// ---- Keys of the cells ----------------------------------------------------------
+
+void Thumbnails::ThumbImage_KeyDown(int index, int keyCode, int shift) {
+  BrowserPage page(*this, PicturesTab);
+  ::ThumbImage_KeyDown(page, index, keyCode, shift);
+}
+
+void Thumbnails::VideoIcon_KeyDown(int index, int keyCode, int shift) {
+  BrowserPage page(*this, VideosTab);
+  IconCell_KeyDown(page, index, keyCode, shift);
+}
+
+void Thumbnails::AudioIcon_KeyDown(int index, int keyCode, int shift) {
+  BrowserPage page(*this, AudiosTab);
+  IconCell_KeyDown(page, index, keyCode, shift);
+}
+
+void Thumbnails::DocumentIcon_KeyDown(int index, int keyCode, int shift) {
+  BrowserPage page(*this, DocumentsTab);
+  IconCell_KeyDown(page, index, keyCode, shift);
+}
+
+void Thumbnails::CellKeyDown(int tab, int index, int keyCode, int shift) {
+  switch (tab) {
+    case PicturesTab:
+      ThumbImage_KeyDown(index, keyCode, shift);
+      break;
+    case VideosTab:
+      VideoIcon_KeyDown(index, keyCode, shift);
+      break;
+    case AudiosTab:
+      AudioIcon_KeyDown(index, keyCode, shift);
+      break;
+    default:
+      DocumentIcon_KeyDown(index, keyCode, shift);
+  }
+}
+
+bool Thumbnails::FocusCell(int tab, int cell) {
+  QWidget* widget = Cell(tab, cell);
+  if (!widget || widget->isHidden() || tab != currentTab_) return false;
+  const int before = gotFocusRuns_;
+  widget->setFocus(Qt::OtherFocusReason);
+  // Without an active window no focus event arrives; the cell becomes
+  // current all the same.
+  if (gotFocusRuns_ == before) CellGotFocus(tab, cell);
+  return true;
+}
+
+void Thumbnails::FocusCurrentCell() {
+  const int tab = currentTab_;
+  if (Tab(tab).Count < 1) return;
+  FocusCell(tab, CurrentIndex(tab) - Tab(tab).PageFirst);
+}
+
+void Thumbnails::CellGotFocus(int tab, int index) {
+  ++gotFocusRuns_;
+  if (tab == PicturesTab) Windows().Unload("SlideshowController");
+  const TabState& state = Tab(tab);
+  CurrentIndex(tab) = state.PageFirst + index;
+  if (CurrentIndex(tab) < state.Count)
+    ShowHighlight(tab);
+  else if (state.Count < 1)
+    HideHighlight();
+  else
+    FocusCell(tab, state.Count - state.PageFirst - 1);
+}
+
+// ---- The frame -----------------------------------------------------------------
+
+void Thumbnails::HideHighlight() {
+  if (Highlight[0]->isVisible() || !Highlight[0]->isHidden())
+    for (QFrame* line : Highlight) line->hide();
+  if (currentTab_ >= PicturesTab && currentTab_ <= AudiosTab) Tab(currentTab_).Highlighted = false;
+}
+
+void Thumbnails::ShowHighlight(int tab) {
+  switch (tab) {
+    case PicturesTab:
+      ShowHighlight1();
+      break;
+    case VideosTab:
+      ShowHighlight2();
+      break;
+    case AudiosTab:
+      ShowHighlight3();
+      break;
+    case DocumentsTab:
+      ShowHighlight4();
+      break;
+    default:
+      break;
+  }
+}
+
+void Thumbnails::ShowHighlight1() {
+  HideHighlight();
+  TabState& state = Tab(PicturesTab);
+  if (state.Count == 0) return;
+  const qint32 current = App().CurrentPicture;
+  if (current < state.PageFirst || current > state.PageLast) return;
+  PositionNumber[0]->SetValue(QString::number(current + 1));
+  const QRectF cell = CellTwips(PicturesTab, current - state.PageFirst);
+  ShowFrame(PictureFrame(cell.toRect()));
+  state.Highlighted = true;
+  update();
+}
+
+void Thumbnails::ShowFrame(const FrameLines& frame) {
+  for (size_t i = 0; i < Highlight.size(); ++i) {
+    const QRect& t = frame.Lines[i];
+    Highlight[i]->setGeometry(twips::ToPixels(t.left()), twips::ToPixels(t.top()),
+                              std::max(twips::ToPixels(t.width()), 1),
+                              std::max(twips::ToPixels(t.height()), 1));
+    Highlight[i]->raise();
+  }
+  for (QFrame* line : Highlight) line->show();
+}
+
+void Thumbnails::ShowHighlight2() { ShowIconHighlight(VideosTab); }
+void Thumbnails::ShowHighlight3() { ShowIconHighlight(AudiosTab); }
+void Thumbnails::ShowHighlight4() { ShowIconHighlight(DocumentsTab); }
+
+void Thumbnails::ShowIconHighlight(int tab) {
+  HideHighlight();
+  TabState& state = Tab(tab);
+  if (state.Count == 0) return;
+  const qint32 current = CurrentIndex(tab);
+  if (current < state.PageFirst || current > state.PageLast) return;
+  if (tab != DocumentsTab) PositionNumber[size_t(tab - 1)]->SetValue(QString::number(current + 1));
+  const int cell = current - state.PageFirst;
+  const QRect icon = CellTwips(tab, cell).toRect();
+  const QLabel* name = Name(tab, cell);
+  const int nameRight = name ? twips::FromPixels(name->geometry().left() + name->width()) : icon.right();
+  ShowFrame(IconFrame(icon, nameRight));
+  state.Highlighted = true;
+  update();
+}
+
+// ---- Mouse ---------------------------------------------------------------------
+
+void Thumbnails::ThumbImage_Click(int index) {
+  const TabState& state = Tab(PicturesTab);
+  const qint32 entry = state.PageStart + index;
+  const QStringList& files = App().PictureFiles;
+  if (entry < 0 || entry >= files.size() || files[entry].isEmpty()) return;
+  App().CurrentPicture = entry;
+  // Pictures open at once, through the same routine as the delay timer.
+  DblClickDelay[0]->stop();
+  OpenItem(PicturesTab);
+}
+
+void Thumbnails::IconCell_Click(int tab, int index) {
+  const TabState& state = Tab(tab);
+  const qint32 entry = state.PageStart + index;
+  const QStringList& files = Listing::Files(tab);
+  if (entry < 0 || entry >= files.size() || files[entry].isEmpty()) return;
+  CurrentIndex(tab) = entry;
+  DblClickDelay[size_t(tab - 1)]->start();
+}
+
+void Thumbnails::CellMouseDown(int tab, int index, int button) {
+  const TabState& state = Tab(tab);
+  const qint32 entry = state.PageStart + index;
+  const QStringList& files = Listing::Files(tab);
+  if (entry < 0 || entry >= files.size() || files[entry].isEmpty()) return;
+  CurrentIndex(tab) = entry;
+  if (button != 1) {
+    FocusCell(tab, index);
+    ShowContextMenu(tab, index);
+  }
+}
+
+void Thumbnails::OpenItem(int tab) {
+  DblClickDelay[size_t(tab - 1)]->stop();
+  emit ItemOpened(tab, CurrentIndex(tab));
+}
+
+void Thumbnails::ShowContextMenu(int tab, int) { emit ContextMenuRequested(tab, CurrentIndex(tab)); }
+
+void Thumbnails::MenuAction(const QString& action) {
+  emit ActionRequested(action, currentTab_, CurrentIndex(currentTab_));
+}
+
+void Thumbnails::NumberBoxPressed(QWidget* box, int tab) {
+  Windows().Unload("SingleImage");
+  if (tab == VideosTab) Windows().Unload("SingleVideo");
+  QCoreApplication::processEvents();
+  HideHighlight();
+  if (auto* number = qobject_cast<NumberBox*>(box)) number->txtNumber()->setFocus();
+}
+
+// ---- Routing of the events of the cells and boxes ------------------------------
+
+bool Thumbnails::eventFilter(QObject* watched, QEvent* event) {
+  // The number boxes: their text box takes the keys after the window.
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
+    NumberBox* box = PositionNumber[size_t(tab - 1)];
+    if (watched != box && watched != box->txtNumber()) continue;
+    if (event->type() == QEvent::FocusIn) {
+      positionFocus_[size_t(tab - 1)] = true;
+      HideHighlight();
+    } else if (event->type() == QEvent::FocusOut) {
+      positionFocus_[size_t(tab - 1)] = false;
+    } else if (event->type() == QEvent::MouseButtonPress) {
+      NumberBoxPressed(box, tab);
+    } else if (event->type() == QEvent::KeyPress) {
+      auto* key = static_cast<QKeyEvent*>(event);
+      Form_KeyDown(keys::KeyCode(key), keys::ShiftOf(key));
+      if (keys::KeyCode(key) == keys::Return) return true;
+    }
+    return false;
+  }
+  if (watched == ThumbnailSize || watched == ThumbnailSize->txtNumber()) {
+    if (event->type() == QEvent::FocusIn) {
+      sizeFocus_ = true;
+      HideHighlight();
+    } else if (event->type() == QEvent::FocusOut) {
+      sizeFocus_ = false;
+    } else if (event->type() == QEvent::MouseButtonPress) {
+      NumberBoxPressed(ThumbnailSize, PicturesTab);
+    } else if (event->type() == QEvent::KeyPress) {
+      auto* key = static_cast<QKeyEvent*>(event);
+      Form_KeyDown(keys::KeyCode(key), keys::ShiftOf(key));
+      if (keys::KeyCode(key) == keys::Return) return true;
+    }
+    return false;
+  }
+
+  const QVariant tabValue = watched->property("vistrelTab");
+  if (!tabValue.isValid()) return QWidget::eventFilter(watched, event);
+  const int tab = tabValue.toInt();
+  const int cell = watched->property("vistrelCell").toInt();
+  switch (event->type()) {
+    case QEvent::FocusIn:
+      CellGotFocus(tab, cell);
+      return false;
+    case QEvent::KeyPress: {
+      auto* key = static_cast<QKeyEvent*>(event);
+      const int code = keys::KeyCode(key);
+      const int shift = keys::ShiftOf(key);
+      // The window sees the key first, then the cell.
+      Form_KeyDown(code, shift);
+      CellKeyDown(tab, cell, code, shift);
+      return true;
+    }
+    case QEvent::KeyRelease: {
+      auto* key = static_cast<QKeyEvent*>(event);
+      Form_KeyUp(keys::KeyCode(key), keys::ShiftOf(key));
+      return true;
+    }
+    case QEvent::MouseButtonPress:
+      if (tab != PicturesTab) {
+        auto* mouse = static_cast<QMouseEvent*>(event);
+        CellMouseDown(tab, cell, mouse->button() == Qt::LeftButton ? 1 : 2);
+      }
+      return false;
+    case QEvent::MouseButtonRelease:
+      if (tab != PicturesTab && static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton)
+        IconCell_Click(tab, cell);
+      return false;
+    default:
+      return false;
+  }
+}

@@ -1,0 +1,24 @@
+#include "platform/SoundFont.h"
+
+#include <QFileInfo>
+
+namespace platform {
+
+namespace {
+
+QString& Override() {
+  static QString path;
+  return path;
+}
+
+}  // namespace
+
+QString GeneralMidiSoundFont() {
+  const QString path =
+      Override().isEmpty() ? QStringLiteral("/usr/share/sounds/sf2/TimGM6mb.sf2") : Override();
+  return QFileInfo(path).isFile() ? path : QString();
+}
+
+void SetGeneralMidiSoundFont(const QString& path) { Override() = path; }
+
+}  // namespace platform

@@ -1,0 +1,141 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "browser/BrowserKeys.h"
+#include "browser/TabState.h"
+#include "platform/KeyCodes.h"
+
+namespace {
+
+constexpr int Letter(char letter) { return keys::KeyA + (letter - 'A'); }
+constexpr int F(int number) { return keys::F1 + number - 1; }
+
+QString Describe(const FormKeyAction& action) {
+  switch (action.Kind) {
+    case FormKeyKind::Nothing: return "nothing";
+    case FormKeyKind::FocusFirstCell: return "first cell";
+    case FormKeyKind::GoHome: return "home";
+    case FormKeyKind::ScrollToEnd: return "end";
+    case FormKeyKind::EndProgram: return "end program";
+    case FormKeyKind::GoToTab: return QStringLiteral("tab %1").arg(action.Tab);
+    case FormKeyKind::ClickButton: return "click " + action.Button;
+    case FormKeyKind::Minimise: return "minimise";
+    case FormKeyKind::Enter: return "enter";
+    case FormKeyKind::CommonKey: return "common";
+  }
+  return QString();
+}
+
+QString Down(int key, int shift) { return Describe(FormKeyDownAction(key, shift)); }
+
+}  // namespace
+
+TEST(FormKeyDown, TheTableMatchesFromTheTop) {
+  for (int shift : {0, 1, 2, 3}) {
+    EXPECT_EQ(Down(keys::Pause, shift), "first cell");
+    EXPECT_EQ(Down(keys::Home, shift), "home");  // Ctrl+Home is plain Home
+    EXPECT_EQ(Down(keys::End, shift), "end");
+    EXPECT_EQ(Down(keys::Escape, shift), "end program");
+    EXPECT_EQ(Down(F(9), shift), "minimise");
+    EXPECT_EQ(Down(keys::Return, shift), "enter");
+  }
+  EXPECT_EQ(QStringList({Down(F(1), 2), Down(F(2), 2), Down(F(3), 2), Down(F(4), 2)}),
+            QStringList({"tab 1", "tab 2", "tab 3", "tab 4"}));
+  // Without Ctrl (Ctrl with Shift included) the function keys act on their own.
+  for (int shift : {0, 1, 3}) {
+    EXPECT_EQ(QStringList({Down(F(1), shift), Down(F(2), shift), Down(F(3), shift), Down(F(4), shift)}),
+              QStringList({"click HelpButton", "minimise", "nothing", "nothing"}));
+  }
+  // The rest: Ctrl goes to the command bar's letters, anything else to the
+  // keys all windows share.
+  EXPECT_EQ(Down(Letter('R'), 2), "click refreshButton");
+  EXPECT_EQ(Down(Letter('G'), 2), "nothing");
+  EXPECT_EQ(Down(F(5), 2), "nothing");
+  EXPECT_EQ(Down(Letter('R'), 0), "common");
+  EXPECT_EQ(Down(F(5), 0), "common");
+  EXPECT_EQ(Down(Letter('F'), 3), "common");
+}
+
+TEST(FormKeyDown, CtrlLettersClickTheirButtons) {
+  QStringList buttons;
+  for (char c = 'A'; c <= 'Z'; ++c) {
+    const QString button = CommandBarButtonForKey(Letter(c));
+    if (!button.isEmpty()) buttons << QString(QChar(c)) + "=" + button;
+  }
+  EXPECT_EQ(buttons, QStringList({"A=audioButton", "B=albumButton", "C=cdButton", "D=dvdButton",
+                                  "E=ejectButton", "F=searchButton", "H=HelpButton",
+                                  "L=DirectoryButton", "M=multimediaButton", "O=optionsButton",
+                                  "R=refreshButton", "S=sortButton", "V=videoButton",
+                                  "X=mixerButton"}));
+  EXPECT_EQ(CommandBarButtonForKey(keys::Key0 + 1), QString());
+}
+
+TEST(FormKeyDown, PauseFocusesOnlyAnUnframedTabWithEntriesOtherThanDocuments) {
+  EXPECT_TRUE(PauseFocusesFirstCell(PicturesTab, 1, false));
+  EXPECT_TRUE(PauseFocusesFirstCell(AudiosTab, 5, false));
+  EXPECT_FALSE(PauseFocusesFirstCell(VideosTab, 5, true));
+  EXPECT_FALSE(PauseFocusesFirstCell(VideosTab, 0, false));
+  EXPECT_FALSE(PauseFocusesFirstCell(DocumentsTab, 5, false));
+}
+
+TEST(FormKeyUp, CtrlNPAndTWithTheirConditions) {
+  EXPECT_EQ(FormKeyUpAction(Letter('N'), 2, DocumentsTab, 0, ""), KeyUpAction::ContextMenu);
+  EXPECT_EQ(FormKeyUpAction(Letter('N'), 0, PicturesTab, 3, ""), KeyUpAction::Nothing);
+  EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, PicturesTab, 0, ""), KeyUpAction::Properties);
+  EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, DocumentsTab, 0, ""), KeyUpAction::Properties);
+  EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, VideosTab, 0, ""), KeyUpAction::Nothing);
+  EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, AudiosTab, 1, "wav"), KeyUpAction::Properties);
+  EXPECT_EQ(FormKeyUpAction(Letter('P'), 1, AudiosTab, 1, "wav"), KeyUpAction::Nothing);
+  EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "mp1"), KeyUpAction::Mp3Tags);
+  EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "MP2"), KeyUpAction::Mp3Tags);
+  EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "mp3"), KeyUpAction::Mp3Tags);
+  EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "wma"), KeyUpAction::Nothing);
+  EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, VideosTab, 1, "mp3"), KeyUpAction::Nothing);
+}
+
+TEST(Enter, TheFocusedBoxComesFirstThenTheSkipThenTheFrame) {
+  EXPECT_EQ(EnterActionFor(true, true, true, true), EnterAction::ApplyThumbnailSize);
+  EXPECT_EQ(EnterActionFor(false, true, true, true), EnterAction::JumpToPosition);
+  EXPECT_EQ(EnterActionFor(false, false, true, true), EnterAction::SkipThisEnter);
+  EXPECT_EQ(EnterActionFor(false, false, false, true), EnterAction::OpenCurrent);
+  // A tab with no items has no frame on it: Enter does nothing.
+  EXPECT_EQ(EnterActionFor(false, false, false, false), EnterAction::Nothing);
+}
+
+TEST(Enter, ThumbnailSizeIsClampedToTheBoxAndItsLimits) {
+  const int tall = 10000;
+  EXPECT_EQ(ThumbnailSizeAfterEnter(1.25, tall), 1800);
+  EXPECT_EQ(ThumbnailSizeAfterEnter(0.1, tall), 720);
+  EXPECT_EQ(ThumbnailSizeAfterEnter(7, tall), 4320);
+  EXPECT_EQ(ThumbnailSizeAfterEnter(1.0007, tall), 1441);  // Int, not rounding
+  // A box of 2500 twips takes cells of (2500 - 270) / 1440 inches at most.
+  EXPECT_EQ(ThumbnailSizeAfterEnter(3, 2500), 2230);
+  EXPECT_EQ(ThumbnailSizeAfterEnter(1.5, 2500), 2160);
+  // A box too low for half an inch keeps the smallest size; nonsense is the smallest.
+  EXPECT_EQ(ThumbnailSizeAfterEnter(2, 300), 720);
+  EXPECT_EQ(ThumbnailSizeAfterEnter(std::nan(""), tall), 720);
+}
+
+TEST(Enter, PositionLeadsToItsPageAndCell) {
+  auto jump = [](qint64 value, qint32 count, int pageSize, int tab) {
+    const PositionJump j = PositionJumpFor(value, count, pageSize, tab);
+    return QStringLiteral("%1/%2").arg(j.ScrollValue).arg(j.FocusCell);
+  };
+  EXPECT_EQ(jump(95, 200, 40, PicturesTab), "2/14");
+  EXPECT_EQ(jump(80, 200, 40, VideosTab), "1/39");
+  EXPECT_EQ(jump(81, 200, 40, AudiosTab), "2/0");
+  EXPECT_EQ(jump(0, 200, 40, PicturesTab), "0/0");
+  EXPECT_EQ(jump(5000, 200, 40, PicturesTab), "4/39");
+  EXPECT_EQ(jump(5000, 201, 40, PicturesTab), "5/0");
+  EXPECT_EQ(jump(95, 200, 40, DocumentsTab), "2/-1");
+  EXPECT_EQ(jump(7, 0, 40, PicturesTab), "0/-1");
+  EXPECT_EQ(jump(7, 10, 0, PicturesTab), "6/0");
+}
+
+TEST(GoingHome, TheFirstTabWithEntries) {
+  EXPECT_EQ(FirstNonEmptyTab({3, 1, 1, 1}), PicturesTab);
+  EXPECT_EQ(FirstNonEmptyTab({0, 0, 2, 1}), AudiosTab);
+  EXPECT_EQ(FirstNonEmptyTab({0, 0, 0, 1}), DocumentsTab);
+  EXPECT_EQ(FirstNonEmptyTab({0, 0, 0, 0}), 0);
+}

@@ -1,0 +1,166 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QEvent>
+#include <QHelpEvent>
+#include <QMouseEvent>
+#include <QLabel>
+#include <QTest>
+#include <QWidget>
+
+#include "controls/BalloonHelp.h"
+#include "controls/hTooltip.h"
+
+TEST(hTooltip, DoesNothingBeforeCreateAndKeepsOneTextPerTool) {
+  QWidget form;
+  QWidget first(&form), second(&form);
+  hTooltip tips;
+  EXPECT_FALSE(tips.AddTool(&first, "ignored"));
+  EXPECT_EQ(tips.ToolCount(), 0);
+  EXPECT_EQ(tips.hWnd(), nullptr);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayInitial), 0);
+
+  ASSERT_TRUE(tips.Create(&form));
+  EXPECT_EQ(tips.ToolCount(), 0);
+  EXPECT_TRUE(tips.AddTool(&first, "One\r\nTwo"));
+  EXPECT_TRUE(tips.AddTool(&second, "Second"));
+  EXPECT_TRUE(tips.AddTool(&first, "First"));
+  EXPECT_EQ(tips.ToolCount(), 2);
+  EXPECT_EQ(tips.ToolText(&first), "First");
+  tips.SetToolText(&second, "Changed");
+  EXPECT_EQ(tips.ToolText(&second), "Changed");
+  tips.RemoveTool(&first);
+  EXPECT_EQ(tips.ToolCount(), 1);
+  EXPECT_EQ(tips.ToolText(&first), "");
+  // A text is not given to a control that has no tool.
+  tips.SetToolText(&first, "Back");
+  EXPECT_EQ(tips.ToolCount(), 1);
+  {
+    QWidget gone(&form);
+    tips.AddTool(&gone, "Short-lived");
+    EXPECT_EQ(tips.ToolCount(), 2);
+  }
+  EXPECT_EQ(tips.ToolCount(), 1);
+}
+
+TEST(hTooltip, TimesColoursAndWidthFollowTheSettersRules) {
+  QWidget form;
+  hTooltip tips;
+  ASSERT_TRUE(tips.Create(&form));
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayInitial), 500);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayAutoPop), 5000);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayReshow), 100);
+
+  tips.SetDelayTime(hTooltip::DelayAutomatic, 400);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayInitial), 400);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayAutoPop), 4000);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayReshow), 80);
+  // The selector is taken to two bits: 7 is the initial delay.
+  tips.SetDelayTime(7, 250);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayInitial), 250);
+  tips.VisibleTime(9000);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayAutoPop), 9000);
+  tips.DelayTime(-1);
+  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayInitial), 500);
+
+  tips.SetBackColor(0x00FFCC00);  // blue 255, green 204, red 0
+  EXPECT_EQ(tips.BackColor(), 0x00FFCC00u);
+  tips.SetTxtColor(0x000000FF);
+  EXPECT_EQ(tips.TxtColor(), 0u);
+  tips.SetMaxTipWidth(120);
+  EXPECT_EQ(tips.MaxTipWidth(), 120);
+  tips.SetMargin(QMargins(4, 2, 4, 2));
+  EXPECT_EQ(tips.Margin(), QMargins(4, 2, 4, 2));
+
+  QWidget control(&form);
+  control.resize(40, 20);
+  tips.AddTool(&control, "A rather long line of help that has to wrap\r\nSecond line");
+  form.show();
+  tips.ShowTool(&control);
+  auto* window = qobject_cast<QLabel*>(tips.hWnd());
+  ASSERT_NE(window, nullptr);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_EQ(tips.ShownText(), "A rather long line of help that has to wrap\nSecond line");
+  EXPECT_EQ(window->palette().color(QPalette::Window), QColor(0, 204, 255));
+  EXPECT_EQ(window->palette().color(QPalette::WindowText), QColor(255, 0, 0));
+  EXPECT_TRUE(window->wordWrap());
+  EXPECT_LE(window->width(), 120);
+
+  tips.SetBackColor(-1);
+  EXPECT_EQ(window->palette().color(QPalette::Window),
+            QApplication::palette().color(QPalette::ToolTipBase));
+  tips.RemoveTool(&control);
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(tips.ShownText(), "");
+}
+
+TEST(hTooltip, TheTipComesWithTheMouseAndGoesWithIt) {
+  QWidget form;
+  QWidget control(&form);
+  control.resize(40, 20);
+  // Away from where the pointer stands, so that only the events sent here
+  // reach the control.
+  form.move(400, 300);
+  form.show();
+  hTooltip tips;
+  ASSERT_TRUE(tips.Create(&form));
+  tips.DelayTime(0);
+  tips.AddTool(&control, "Hover help");
+
+  // The control's own tooltip event is taken, so no second tip shows.
+  QHelpEvent help(QEvent::ToolTip, QPoint(5, 5), control.mapToGlobal(QPoint(5, 5)));
+  EXPECT_TRUE(QCoreApplication::sendEvent(&control, &help));
+
+  QEvent enter(QEvent::Enter);
+  QCoreApplication::sendEvent(&control, &enter);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return tips.ShownText() == "Hover help"; }, 5000));
+  QEvent leave(QEvent::Leave);
+  QCoreApplication::sendEvent(&control, &leave);
+  EXPECT_EQ(tips.ShownText(), "");
+
+  // A press while the tip waits keeps it away.
+  tips.DelayTime(50);
+  QCoreApplication::sendEvent(&control, &enter);
+  QMouseEvent press(QEvent::MouseButtonPress, QPointF(5, 5), control.mapToGlobal(QPointF(5, 5)),
+                    Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(&control, &press);
+  QTest::qWait(150);
+  EXPECT_EQ(tips.ShownText(), "");
+}
+
+TEST(BalloonHelp, KeepsATitleAndTextPerControlAndShowsThemTogether) {
+  QWidget form;
+  QWidget first(&form), second(&form);
+  form.show();
+  BalloonHelp balloons;
+  balloons.SetBalloon(&first, "Click here to mute or unmute\r\nthe computer's speakers", "Mute");
+  balloons.SetBalloon(&second, "Text", "Title");
+  balloons.SetBalloon(&second, "Other text", "Other title");
+  EXPECT_EQ(balloons.Count(), 2);
+  EXPECT_EQ(balloons.TitleOf(&second), "Other title");
+  EXPECT_EQ(balloons.TextOf(&second), "Other text");
+  EXPECT_EQ(balloons.TextOf(&first), "Click here to mute or unmute\r\nthe computer's speakers");
+
+  EXPECT_EQ(BalloonHelp::PopupText("a < b\r\nc & d", "T\"x\""),
+            "<p style=\"white-space:pre\"><b>T&quot;x&quot;</b><br>a &lt; b<br>c &amp; d</p>");
+
+  balloons.Show(&first);
+  EXPECT_EQ(balloons.Shown(), &first);
+  balloons.RemoveBalloon(&first);
+  EXPECT_EQ(balloons.Shown(), nullptr);
+  EXPECT_EQ(balloons.Count(), 1);
+  EXPECT_EQ(balloons.TitleOf(&first), "");
+  balloons.Show(&first);
+  EXPECT_EQ(balloons.Shown(), nullptr);
+
+  {
+    QWidget gone(&form);
+    balloons.SetBalloon(&gone, "x", "y");
+    EXPECT_EQ(balloons.Count(), 2);
+  }
+  EXPECT_EQ(balloons.Count(), 1);
+  balloons.Clear();
+  EXPECT_EQ(balloons.Count(), 0);
+  EXPECT_FALSE(balloons.Has(&second));
+}

@@ -1,0 +1,409 @@
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "controls/MessageBox.h"
+#include "controls/MsgBoxEnhanced.h"
+#include "fileops/ChooseDirectory.h"
+#include "fileops/DirectoryPlacement.h"
+#include "fileops/FolderTreeView.h"
+#include "fileops/NameCharacters.h"
+#include "platform/Twips.h"
+#include "shell/AppState.h"
+#include "shell/Settings.h"
+#include "shell/WindowRegistry.h"
+#include "support/TestEnv.h"
+
+namespace {
+
+// Lets events run until the condition holds, for at most five seconds.
+bool WaitFor(const std::function<bool()>& condition) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!condition() && clock.elapsed() < 5000) QTest::qWait(10);
+  return condition();
+}
+
+// Shows the chooser through ChooseDirectoryWait and runs the step from
+// its wait once the window is up and its tree shows a folder. A step that
+// fails to close the window fails the test instead of hanging it.
+void WaitWithStep(const QString& folder, const QString& mode,
+                  const std::function<void(ChooseDirectory&)>& step) {
+  QTimer poll, guard;
+  bool done = false;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    auto* window = Windows().Get<ChooseDirectory>("ChooseDirectory");
+    if (done || !window || !window->isVisible() || window->FolderTree->Path().isEmpty()) return;
+    done = true;
+    step(*window);
+  });
+  guard.setSingleShot(true);
+  QObject::connect(&guard, &QTimer::timeout, [] {
+    if (QWidget* left = Windows().Find("ChooseDirectory")) {
+      ADD_FAILURE() << "the chooser stayed open";
+      left->close();
+    }
+  });
+  poll.start(10);
+  guard.start(5000);
+  ChooseDirectoryWait(folder, mode);
+}
+
+// Answers the message box once it is up.
+void WhenMessageShown(std::function<void(MessageBox&)> answer) {
+  auto* timer = new QTimer;
+  auto* clock = new QElapsedTimer;
+  clock->start();
+  QObject::connect(timer, &QTimer::timeout, [timer, clock, answer] {
+    MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
+    const bool ready = form && form->isVisible() && form->Activated();
+    if (!ready && clock->elapsed() < 5000) return;
+    timer->stop();
+    timer->deleteLater();
+    delete clock;
+    if (ready) answer(*form);
+  });
+  timer->start(10);
+}
+
+QString MakeFolder(const QString& relative) {
+  const QString path = testenv::Root() + "/home/" + relative;
+  QDir().mkpath(path);
+  return path;
+}
+
+QRect OuterTwips(const QWidget* window) {
+  const QRect f = window->frameGeometry();
+  return QRect(twips::FromPixels(f.left()), twips::FromPixels(f.top()),
+               twips::FromPixels(f.width()), twips::FromPixels(f.height()));
+}
+
+class ChooseDirectoryTest : public testing::Test {
+ protected:
+  void SetUp() override { CreateMsgBox()->SetSoundBeep(false); }
+  void TearDown() override {
+    Windows().Unload("ChooseDirectory");
+    Windows().Unload("MainForm");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    ReleaseMsgBox();
+  }
+
+  // Opens the chooser on the folder and waits until the tree shows it.
+  ChooseDirectory* Open(const QString& folder, const QString& mode) {
+    auto* window = new ChooseDirectory;
+    window->Display(folder, mode);
+    EXPECT_TRUE(WaitFor([&] { return window->FolderTree->Path() == folder; }))
+        << window->FolderTree->Path().toStdString();
+    return window;
+  }
+
+  static bool Gone() {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return !Windows().IsLoaded("ChooseDirectory");
+  }
+};
+
+}  // namespace
+
+TEST_F(ChooseDirectoryTest, ShowModeTakesTheSelectedFolderOnOk) {
+  const QString pictures = MakeFolder("Pictures");
+  MakeFolder("Pictures/2001");
+  App().OperationFileName = "left over.jpg";
+
+  QString title, folderLabel;
+  bool nameBoxShown = true, openWhileUp = false;
+  WaitWithStep(pictures, "Show", [&](ChooseDirectory& window) {
+    title = window.windowTitle();
+    nameBoxShown = window.NewFile->isVisible() || window.Extension->isVisible() ||
+                   window.Label1->isVisible();
+    openWhileUp = App().ChooseDirectoryOpen && App().DirectoryCancelled &&
+                  window.SizeMode() == "Small" && App().ChosenFolder == pictures;
+    folderLabel = window.dName2->text();
+    QTest::mouseClick(window.OKButton, Qt::LeftButton);
+  });
+
+  EXPECT_EQ(title, " Choose Directory");
+  EXPECT_FALSE(nameBoxShown);
+  EXPECT_TRUE(openWhileUp);
+  EXPECT_TRUE(folderLabel.endsWith("/Pictures ")) << folderLabel.toStdString();
+  EXPECT_EQ(App().ChosenFolder, pictures);
+  EXPECT_FALSE(App().DirectoryCancelled);
+  EXPECT_EQ(App().OperationFileName, "");  // the hidden box and label are empty
+  EXPECT_FALSE(App().ChooseDirectoryOpen);
+  EXPECT_TRUE(Gone());
+
+  // A double click on a folder is OK too, and the tree's own moves count.
+  const QString sub = pictures + "/2001";
+  WaitWithStep(pictures, "Show", [&](ChooseDirectory& window) {
+    window.FolderTree->SetPath(sub);
+    const QRect cell = window.FolderTree->visualRect(window.FolderTree->currentIndex());
+    QWidget* viewport = window.FolderTree->viewport();
+    QTest::mouseClick(viewport, Qt::LeftButton, {}, cell.center());
+    QTest::mouseDClick(viewport, Qt::LeftButton, {}, cell.center());
+  });
+  EXPECT_EQ(App().ChosenFolder, sub);
+  EXPECT_FALSE(App().DirectoryCancelled);
+  EXPECT_TRUE(Gone());
+}
+
+TEST_F(ChooseDirectoryTest, CancelAndEscLeaveItCancelledWithTheStartFolder) {
+  const QString start = MakeFolder("Start");
+  const QString other = MakeFolder("Other");
+
+  ChooseDirectory* window = Open(start, "Show");
+  window->FolderTree->SetPath(other);
+  ASSERT_EQ(window->FolderTree->Path(), other);
+  QTest::mouseClick(window->cancelButton, Qt::LeftButton);
+  EXPECT_TRUE(App().DirectoryCancelled);
+  EXPECT_EQ(App().ChosenFolder, start);
+  EXPECT_TRUE(Gone());
+
+  window = Open(start, "Copy");
+  QTest::keyClick(window->NewFile, Qt::Key_Escape);
+  EXPECT_TRUE(App().DirectoryCancelled);
+  EXPECT_EQ(App().ChosenFolder, start);
+  EXPECT_TRUE(Gone());
+
+  // F5 reads the folders afresh and keeps the one selected; a second
+  // refresh right behind it does no harm.
+  window = Open(start, "Show");
+  const QString added = MakeFolder("Start/Added");
+  QTest::keyClick(window->FolderTree, Qt::Key_F5);
+  EXPECT_TRUE(QMetaObject::invokeMethod(window, "FolderTree_Refresh"));
+  EXPECT_TRUE(WaitFor([&] { return window->FolderTree->Path() == start; }));
+  window->FolderTree->SetPath(added);
+  EXPECT_EQ(window->FolderTree->Path(), added);
+}
+
+TEST_F(ChooseDirectoryTest, OkOnAFolderRemovedMeanwhileWarnsAndStays) {
+  const QString doomed = MakeFolder("Doomed");
+  ChooseDirectory* window = Open(doomed, "Move");
+  ASSERT_TRUE(QDir(doomed).removeRecursively());
+
+  QString prompt, title;
+  int icon = -2;
+  WhenMessageShown([&](MessageBox& box) {
+    prompt = box.MsgText->text();
+    title = box.TopCaption->text();
+    icon = App().MsgBox->IconIndex();
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  QTest::mouseClick(window->OKButton, Qt::LeftButton);
+
+  EXPECT_EQ(prompt, "The selected folder is missing or invalid");
+  EXPECT_EQ(title, "Vistrel");
+  EXPECT_EQ(icon, 2);  // exclamation
+  EXPECT_TRUE(App().DirectoryCancelled);
+  EXPECT_EQ(App().ChosenFolder, doomed);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_EQ(Windows().Find("ChooseDirectory"), window);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_TRUE(App().ChooseDirectoryOpen);
+}
+
+TEST_F(ChooseDirectoryTest, CopyAndMoveOfferTheNameWithoutTheCharactersAFileNameCannotHold) {
+  const QString target = MakeFolder("Target");
+  App().SourceFile = "/x/my file.tar.jpg";
+
+  ChooseDirectory* window = Open(target, "Copy");
+  EXPECT_EQ(window->windowTitle(), " Select Directory (Copy)");
+  EXPECT_EQ(window->Label1->text(), "File name after copy:");
+  EXPECT_EQ(window->SizeMode(), "Large");
+  EXPECT_TRUE(window->NewFile->isVisible());
+  EXPECT_EQ(window->NewFile->text(), "my file.tar");
+  EXPECT_EQ(window->Extension->text(), ".jpg");
+  EXPECT_EQ(App().OperationFileName, "my file.tar.jpg");
+
+  // Typing keeps the dot the name came with and drops the typed ones.
+  window->NewFile->setFocus();
+  window->NewFile->end(false);
+  QTest::keyClicks(window->NewFile, "-v2.1");
+  EXPECT_EQ(window->NewFile->text(), "my file.tar-v21");
+
+  window->NewFile->selectAll();
+  QTest::keyClick(window->NewFile, Qt::Key_Delete);
+  QTest::keyClicks(window->NewFile, R"(a"b*c.d/e:f<g>h?i\j|k)");
+  EXPECT_EQ(window->NewFile->text(), "abcdefghijk");
+  EXPECT_EQ(window->NewFile->cursorPosition(), 11);
+
+  // Pasting is filtered the same way, and the cursor stays behind the paste.
+  window->NewFile->setCursorPosition(3);
+  QApplication::clipboard()->setText("x/y.z");
+  window->NewFile->paste();
+  EXPECT_EQ(window->NewFile->text(), "abcxyzdefghijk");
+  EXPECT_EQ(window->NewFile->cursorPosition(), 6);
+
+  QTest::mouseClick(window->OKButton, Qt::LeftButton);
+  EXPECT_EQ(App().OperationFileName, "abcxyzdefghijk.jpg");
+  EXPECT_EQ(App().ChosenFolder, target);
+  EXPECT_FALSE(App().DirectoryCancelled);
+  EXPECT_TRUE(Gone());
+
+  // A file picked in the search comes first; the extension is shown in
+  // lower case.
+  App().SearchResultFile = "/found/Beach.JPG";
+  window = Open(target, "Move");
+  EXPECT_EQ(window->windowTitle(), " Select Directory (Move)");
+  EXPECT_EQ(window->Label1->text(), "File name after move:");
+  EXPECT_EQ(window->NewFile->text(), "Beach");
+  EXPECT_EQ(window->Extension->text(), ".jpg");
+  QTest::keyClick(window->NewFile, Qt::Key_Return);  // Enter is OK
+  EXPECT_EQ(App().OperationFileName, "Beach.jpg");
+  EXPECT_FALSE(App().DirectoryCancelled);
+  EXPECT_TRUE(Gone());
+}
+
+TEST(NameCharacters, OnlyTheInsertedStretchIsFiltered) {
+  EXPECT_EQ(DropNameCharacters(R"(a"b*c.d/e:f<g>h?i\j|k l;m'n)"), "abcdefghijk l;m'n");
+  int cursor = 4;
+  EXPECT_EQ(DropInsertedNameCharacters("a.b", "a..b", cursor), "a.b");
+  EXPECT_EQ(cursor, 2);
+  // A selection replaced by typed text.
+  cursor = 4;
+  EXPECT_EQ(DropInsertedNameCharacters("one.two", "on:e.two", cursor), "one.two");
+  EXPECT_EQ(cursor, 2);
+  cursor = 5;
+  EXPECT_EQ(DropInsertedNameCharacters("x.y", "x.y|z", cursor), "x.yz");
+  EXPECT_EQ(cursor, 4);
+  // Deleting takes nothing out of what stays.
+  cursor = 1;
+  EXPECT_EQ(DropInsertedNameCharacters("a.b.c", "a.c", cursor), "a.c");
+  EXPECT_EQ(cursor, 1);
+}
+
+TEST_F(ChooseDirectoryTest, PlaceAndSizeAreSavedOnCloseAndReadAtLoadOnTheMainArea) {
+  // A main window at a known place stands for the program's.
+  auto* main = new QWidget;
+  main->setGeometry(30, 20, 600, 450);
+  main->show();
+  Windows().Loaded("MainForm", main);
+  const QRect area = OuterTwips(main);
+
+  // Without settings and without a browser: the default size, centred.
+  const QString folder = MakeFolder("Somewhere");
+  ChooseDirectory* window = Open(folder, "Show");
+  QRect outer = OuterTwips(window);
+  EXPECT_EQ(outer.size(), QSize(4740, 4920));
+  EXPECT_EQ(outer.left(), area.left() + (area.width() - 4740) / 2);
+  EXPECT_EQ(outer.top(), area.top() + (area.height() - 4920) / 2);
+
+  window->move(window->pos() + QPoint(10, 6));
+  window->resize(window->width() + 20, window->height() + 4);
+  QCoreApplication::processEvents();
+  const QRect moved = OuterTwips(window);
+  QTest::mouseClick(window->cancelButton, Qt::LeftButton);
+  EXPECT_EQ(settings::GetSetting("DirectoryLeft"), QString::number(moved.left()));
+  EXPECT_EQ(settings::GetSetting("DirectoryTop"), QString::number(moved.top()));
+  EXPECT_EQ(settings::GetSetting("DirectoryWidth"), QString::number(moved.width()));
+  EXPECT_EQ(settings::GetSetting("DirectoryHeight"), QString::number(moved.height()));
+  ASSERT_TRUE(Gone());
+
+  window = Open(folder, "Copy");
+  EXPECT_EQ(OuterTwips(window), moved);
+  QTest::mouseClick(window->cancelButton, Qt::LeftButton);
+  ASSERT_TRUE(Gone());
+
+  // A place far off the main window comes back onto its area, at the edge
+  // it went past.
+  settings::SaveSetting("DirectoryLeft", "90000");
+  settings::SaveSetting("DirectoryTop", "-5000");
+  window = Open(folder, "Show");
+  outer = OuterTwips(window);
+  EXPECT_EQ(outer.left() + outer.width(), area.left() + area.width());
+  EXPECT_EQ(outer.top(), area.top());
+  EXPECT_EQ(outer.size(), moved.size());
+
+  // During the program's end nothing is saved, and the open flag is cleared.
+  App().ShuttingDown = true;
+  QTest::mouseClick(window->cancelButton, Qt::LeftButton);
+  EXPECT_EQ(settings::GetSetting("DirectoryLeft"), "90000");
+  EXPECT_FALSE(App().ChooseDirectoryOpen);
+}
+
+TEST(DirectoryPlacement, DefaultsLimitsAndTheMinimisedWindow) {
+  const QRect main(1500, 750, 12000, 9000);
+  // Below the browser's lower right corner when the browser is known.
+  EXPECT_EQ(ReadDirectoryRect(main, QSize(11805, 6000)),
+            QRect(11805 + 1500 - 4740, 6000 + 750 - 4920 + 45, 4740, 4920));
+
+  settings::SaveSetting("DirectoryWidth", "1000");     // below the minimum
+  settings::SaveSetting("DirectoryHeight", "wide");    // unreadable
+  settings::SaveSetting("DirectoryLeft", "2250.6");    // a number, not only an integer
+  settings::SaveSetting("DirectoryTop", "-600");
+  EXPECT_EQ(ReadDirectoryRect(main, QSize()), QRect(2251, -600, 3600, 4920));
+
+  // Larger than the area: shrunk to it, but never below the minimum size.
+  EXPECT_EQ(KeepWithinArea(QRect(-100, 200, 20000, 5000), main), QRect(1500, 750, 12000, 5000));
+  EXPECT_EQ(KeepWithinArea(QRect(0, 0, 4000, 4000), QRect(0, 0, 3000, 2000)),
+            QRect(0, 0, 3600, 3600));
+  EXPECT_EQ(KeepWithinArea(QRect(13000, 9000, 4740, 4920), main),
+            QRect(1500 + 12000 - 4740, 750 + 9000 - 4920, 4740, 4920));
+
+  SaveDirectoryRect(QRect(-30000, -30000, 5000, 5100), true);
+  EXPECT_EQ(settings::GetSetting("DirectoryLeft"), "2250.6");
+  EXPECT_EQ(settings::GetSetting("DirectoryTop"), "-600");
+  EXPECT_EQ(settings::GetSetting("DirectoryWidth"), "5000");
+  EXPECT_EQ(settings::GetSetting("DirectoryHeight"), "5100");
+}
+
+TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
+  const QStringList names = {R"(it's "quoted")", "semi;colon", "two  blanks ", "Grüße Ærø ñ 写真",
+                             "dots.in.name"};
+  for (const QString& name : names) {
+    const QString folder = MakeFolder(name);
+    ChooseDirectory* window = Open(folder, "Show");
+    EXPECT_TRUE(window->dName2->text().endsWith(name + " ")) << name.toStdString();
+    QTest::mouseClick(window->OKButton, Qt::LeftButton);
+    EXPECT_EQ(App().ChosenFolder, folder);
+    EXPECT_FALSE(App().DirectoryCancelled);
+    EXPECT_TRUE(Gone());
+  }
+
+  // Hidden folders are left out, but for one on the way to the folder the
+  // chooser starts at: that is shown and selected as it stands.
+  const QString shown = MakeFolder("Shown");
+  const QString hidden = MakeFolder("Shown/.hidden/deeper");
+  MakeFolder("Shown/.other");
+  MakeFolder("Shown/plain");
+  ChooseDirectory* window = new ChooseDirectory;
+  window->Display(hidden, "Show");
+  EXPECT_TRUE(WaitFor([&] { return window->FolderTree->Path() == hidden; }));
+  QFileSystemModel* model = window->FolderTree->Model();
+  const QModelIndex shownIndex = model->index(shown);
+  ASSERT_TRUE(WaitFor([&] { return model->rowCount(shownIndex) == 2; }));
+  QStringList listed;
+  for (int row = 0; row < model->rowCount(shownIndex); ++row)
+    listed << model->index(row, 0, shownIndex).data().toString();
+  EXPECT_EQ(listed, QStringList({".hidden", "plain"}));
+  // A folder that does not exist gives way to its nearest existing ancestor.
+  window->FolderTree->SetPath(shown + "/missing/too");
+  EXPECT_EQ(window->FolderTree->Path(), shown);
+
+  // An unreadable folder can be opened and chosen; it simply shows nothing
+  // (unless the tests run with the rights to read it all the same).
+  const QString locked = MakeFolder("Locked");
+  MakeFolder("Locked/inside");
+  QFile::setPermissions(locked, QFileDevice::Permissions());
+  const QString reachable = QFileInfo::exists(locked + "/inside") ? locked + "/inside" : locked;
+  window->FolderTree->SetPath(locked + "/inside");
+  EXPECT_EQ(window->FolderTree->Path(), reachable);
+  window->FolderTree->setCurrentIndex(window->FolderTree->Model()->index(locked));
+  window->FolderTree->expand(window->FolderTree->currentIndex());
+  QTest::qWait(50);
+  QTest::mouseClick(window->OKButton, Qt::LeftButton);
+  EXPECT_EQ(App().ChosenFolder, locked);
+  EXPECT_FALSE(App().DirectoryCancelled);
+}

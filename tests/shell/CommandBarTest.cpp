@@ -1,0 +1,449 @@
+#include <gtest/gtest.h>
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QPointer>
+#include <QTest>
+#include <QTimer>
+#include <functional>
+
+#include "browser/Thumbnails.h"
+#include "catalogue/MediaTypes.h"
+#include "controls/BalloonHelp.h"
+#include "controls/Button.h"
+#include "controls/MessageBox.h"
+#include "controls/MsgBoxEnhanced.h"
+#include "controls/NewSlider.h"
+#include "controls/ThumbnailScroll.h"
+#include "fileops/ChooseDirectory.h"
+#include "platform/CdDevices.h"
+#include "platform/KeyCodes.h"
+#include "platform/SiblingPrograms.h"
+#include "platform/SoundFont.h"
+#include "shell/AppState.h"
+#include "shell/CommandBar.h"
+#include "shell/HelpTexts.h"
+#include "shell/Settings.h"
+#include "shell/WindowRegistry.h"
+#include "support/PulseServer.h"
+#include "support/TestEnv.h"
+#include "system/MixerModule.h"
+
+namespace {
+
+constexpr int F1 = keys::F1, F2 = keys::F1 + 1, F6 = keys::F1 + 5, F7 = keys::F1 + 6,
+              F8 = keys::F1 + 7;
+
+// What a message box said, and its title.
+struct Told {
+  QString text;
+  QString title;
+};
+
+// Answers the next message box with OK once it is up, noting what it said.
+// Gives up after five seconds, so that a box that never comes fails the
+// test instead of hanging it.
+void AnswerNextBox(Told* told) {
+  auto* timer = new QTimer;
+  auto* clock = new QElapsedTimer;
+  clock->start();
+  QObject::connect(timer, &QTimer::timeout, [timer, clock, told] {
+    MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
+    const bool ready = form && form->isVisible() && form->Activated();
+    if (!ready && clock->elapsed() < 5000) return;
+    timer->stop();
+    timer->deleteLater();
+    delete clock;
+    if (!ready) return;
+    told->text = form->MsgText->text();
+    told->title = form->TopCaption->text();
+    QTest::mouseClick(form->MsgButton[0], Qt::LeftButton);
+  });
+  timer->start(10);
+}
+
+bool SameImage(const QPixmap& a, const QPixmap& b) { return a.toImage() == b.toImage(); }
+
+// A CUE sheet over a BIN image, standing for a drive with that disc.
+QString MakeDisc(const QString& name, int sectorSize, const QString& tracks) {
+  const QString stem = testenv::Root() + "/images/" + name;
+  testenv::MakeFile(stem + ".bin", QByteArray(4 * 75 * sectorSize, '\x5a'));
+  return testenv::MakeFile(stem + ".cue", ("FILE \"" + name + ".bin\" BINARY\r\n" + tracks).toUtf8());
+}
+
+// Program starts recorded as command lines; no sound font for MIDI, so that
+// the sound server alone decides whether the machine plays audio; and the
+// shared message box without its beep.
+class CommandBarTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    platform::SetProgramStarter([this](const QString& path, const QStringList& arguments) {
+      started << QStringList(QStringList{path} + arguments).join(' ');
+      return true;
+    });
+    platform::SetGeneralMidiSoundFont(testenv::Root() + "/no-such.sf2");
+    CreateMsgBox()->SetSoundBeep(false);
+  }
+  void TearDown() override {
+    platform::SetProgramStarter({});
+    platform::SetGeneralMidiSoundFont(QString());
+    platform::ClearCdDeviceOverride();
+    ReleaseMsgBox();
+  }
+  QString Lorvane(const QString& word) const { return App().ProgramFolder + "/Lorvane " + word; }
+
+  QStringList started;
+};
+
+}  // namespace
+
+TEST_F(CommandBarTest, VolumeAndMuteFollowTheSoundServerBothWays) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(server.SetVolumePercent(30));
+  ASSERT_TRUE(server.SetMuted(false));
+  CommandBar bar;
+  EXPECT_EQ(bar.Slider1->Value(), 30);
+  EXPECT_EQ(bar.Volume->text(), "30% ");
+  EXPECT_TRUE(bar.Timer1.isActive());
+
+  // A change made outside shows at the next tick.
+  ASSERT_TRUE(server.SetVolumePercent(55));
+  ASSERT_TRUE(server.SetMuted(true));
+  bar.Timer1_Timer();
+  EXPECT_EQ(bar.Slider1->Value(), 55);
+  EXPECT_EQ(bar.Volume->text(), "55% ");
+  EXPECT_TRUE(SameImage(bar.muteButton->Picture(), bar.Picture2->pixmap()));
+
+  // The slider sets the server's volume.
+  bar.ChangeVolume(40);
+  EXPECT_EQ(server.VolumePercent(), 40);
+  EXPECT_EQ(bar.Volume->text(), "40% ");
+  EXPECT_TRUE(bar.Timer1.isActive());
+  bar.Slider1->SetValue(65);
+  EXPECT_EQ(server.VolumePercent(), 65);
+
+  // The mute button turns the server's mute over, and its picture with it.
+  bar.muteButton_Click();
+  EXPECT_FALSE(server.Muted());
+  EXPECT_TRUE(SameImage(bar.muteButton->Picture(), bar.Picture1->pixmap()));
+  bar.muteButton_Click();
+  EXPECT_TRUE(server.Muted());
+  EXPECT_TRUE(SameImage(bar.muteButton->Picture(), bar.Picture2->pixmap()));
+  EXPECT_FALSE(SameImage(bar.Picture1->pixmap(), bar.Picture2->pixmap()));
+}
+
+TEST_F(CommandBarTest, TheTimerLeavesTheSliderAloneWhileItIsDragged) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(server.SetVolumePercent(30));
+  CommandBar bar;
+  bar.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&bar));
+  bar.Timer1.stop();
+  const QPoint thumb = bar.Slider1->ThumbRect().center();
+  QTest::mousePress(bar.Slider1, Qt::LeftButton, {}, thumb);
+  ASSERT_TRUE(bar.Slider1->Scrolling());
+
+  ASSERT_TRUE(server.SetVolumePercent(70));
+  bar.Timer1_Timer();
+  EXPECT_EQ(bar.Slider1->Value(), 30);
+  EXPECT_EQ(bar.Volume->text(), "70% ");
+
+  QTest::mouseRelease(bar.Slider1, Qt::LeftButton, {}, thumb);
+  EXPECT_FALSE(bar.Slider1->Scrolling());
+  bar.Timer1_Timer();
+  EXPECT_EQ(bar.Slider1->Value(), 70);
+  EXPECT_EQ(server.VolumePercent(), 70);
+}
+
+TEST_F(CommandBarTest, VolumeKeysStepAndStopAtTheEndsOfTheRange) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  CommandBar bar;
+
+  ASSERT_TRUE(server.SetVolumePercent(100));
+  const qint64 full = server.VolumeRaw();
+  bar.Form_KeyDown(F7, 0);
+  EXPECT_EQ(server.VolumeRaw(), full);
+  bar.Form_KeyDown(F6, 0);
+  EXPECT_EQ(server.VolumePercent(), 99);
+
+  ASSERT_TRUE(server.SetVolumePercent(0));
+  bar.Form_KeyDown(F6, 0);
+  EXPECT_EQ(server.VolumeRaw(), 0);
+  bar.Form_KeyDown(F7, 0);
+  EXPECT_EQ(server.VolumePercent(), 1);
+  // Only without a shift key; F8 turns the mute over.
+  bar.Form_KeyDown(F7, keys::ShiftMask);
+  EXPECT_EQ(server.VolumePercent(), 1);
+  ASSERT_TRUE(server.SetMuted(false));
+  bar.Form_KeyDown(F8, 0);
+  EXPECT_TRUE(server.Muted());
+  bar.Form_KeyDown(F8, 0);
+  EXPECT_FALSE(server.Muted());
+}
+
+TEST_F(CommandBarTest, WithoutASoundServerTheBarShowsNothingAndCarriesOn) {
+  AbsentPulseServer absent;
+  CommandBar bar;
+  EXPECT_EQ(bar.Slider1->Value(), 0);
+  EXPECT_EQ(bar.Volume->text(), "0% ");
+  bar.ChangeVolume(40);
+  bar.muteButton_Click();
+  bar.Timer1_Timer();
+  EXPECT_EQ(bar.Slider1->Value(), 0);
+  EXPECT_EQ(bar.Volume->text(), "0% ");
+}
+
+TEST_F(CommandBarTest, SiblingButtonsStartTheSiblingsWithTheirCommandWords) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  CommandBar bar;
+  bar.audioButton_Click();
+  bar.videoButton_Click();
+  bar.sleepButton_Click();
+  bar.alarmButton_Click();
+  bar.paintButton_Click();
+  EXPECT_EQ(started, QStringList({Lorvane("//audio"), Lorvane("//video"), Lorvane("//sleep"),
+                                  Lorvane("//alarm"), App().ProgramFolder + "/Tintara"}));
+
+  // The CD player: only with a disc that has audio tracks, and with the
+  // viewers unloaded first.
+  started.clear();
+  platform::SetCdDeviceOverride({MakeDisc("music", 2352, "TRACK 01 AUDIO\r\nINDEX 01 00:00:00\r\n")});
+  QPointer<QWidget> viewer = new QWidget;
+  Windows().Loaded("SingleImage", viewer);
+  bar.cdButton_Click();
+  EXPECT_EQ(started, QStringList({Lorvane("//cd")}));
+  EXPECT_FALSE(Windows().IsLoaded("SingleImage"));
+
+  started.clear();
+  platform::SetCdDeviceOverride(
+      {MakeDisc("data", 2048, "TRACK 01 MODE1/2048\r\nINDEX 01 00:00:00\r\n")});
+  Told told;
+  AnswerNextBox(&told);
+  bar.cdButton_Click();
+  EXPECT_EQ(told.text, "No CDs are available for playing");
+  EXPECT_EQ(told.title, "CD Player");
+
+  platform::SetCdDeviceOverride({});
+  told = {};
+  AnswerNextBox(&told);
+  bar.cdButton_Click();
+  EXPECT_EQ(told.text, "No valid CDs are available");
+  EXPECT_EQ(told.title, "CD Player");
+  EXPECT_TRUE(started.isEmpty());
+}
+
+TEST_F(CommandBarTest, WithoutSoundTheAudioButtonsOnlySaySo) {
+  AbsentPulseServer absent;
+  CommandBar bar;
+  ASSERT_EQ(AudioAbilities(), 0);
+  const std::function<void()> clicks[] = {
+      [&] { bar.audioButton_Click(); }, [&] { bar.sleepButton_Click(); },
+      [&] { bar.alarmButton_Click(); }, [&] { bar.cdButton_Click(); }};
+  for (const auto& click : clicks) {
+    Told told;
+    AnswerNextBox(&told);
+    click();
+    EXPECT_EQ(told.text, "Your computer is not configured to play audio files");
+    EXPECT_EQ(told.title, "Windows Setup");
+  }
+  EXPECT_TRUE(started.isEmpty());
+  // The video playlist needs no check.
+  bar.videoButton_Click();
+  EXPECT_EQ(started, QStringList({Lorvane("//video")}));
+}
+
+TEST_F(CommandBarTest, TheDvdPlayerStartsOnlyWhenTheDesktopHasADvdHandler) {
+  const QString data = testenv::Root() + "/xdg-data";
+  const QByteArray savedDataDirs = qgetenv("XDG_DATA_DIRS");
+  const QByteArray savedConfigDirs = qgetenv("XDG_CONFIG_DIRS");
+  qputenv("XDG_DATA_DIRS", data.toUtf8());
+  qputenv("XDG_CONFIG_DIRS", (testenv::Root() + "/xdg-config").toUtf8());
+  AbsentPulseServer absent;
+  CommandBar bar;
+
+  Told told;
+  AnswerNextBox(&told);
+  bar.dvdButton_Click();
+  EXPECT_EQ(told.text, "DVD player is not available");
+  EXPECT_EQ(told.title, "DVD Player");
+  EXPECT_TRUE(started.isEmpty());
+
+  testenv::MakeFile(data + "/applications/discs.desktop",
+                    "[Desktop Entry]\nType=Application\nName=Discs\nExec=discs %U\n"
+                    "MimeType=x-content/video-dvd;\n");
+  bar.dvdButton_Click();
+  EXPECT_EQ(started, QStringList({Lorvane("//dvd")}));
+  qputenv("XDG_DATA_DIRS", savedDataDirs);
+  qputenv("XDG_CONFIG_DIRS", savedConfigDirs);
+}
+
+TEST_F(CommandBarTest, ClickIfEnabledRunsOnlyEnabledButtons) {
+  AbsentPulseServer absent;
+  CommandBar bar;
+  bar.videoButton->SetEnabled(false);
+  EXPECT_FALSE(bar.ClickIfEnabled("videoButton"));
+  EXPECT_TRUE(started.isEmpty());
+  bar.videoButton->SetEnabled(true);
+  EXPECT_TRUE(bar.ClickIfEnabled("videoButton"));
+  EXPECT_EQ(started, QStringList({Lorvane("//video")}));
+  EXPECT_FALSE(bar.ClickIfEnabled("noSuchButton"));
+  // Buttons whose windows are still to come stay disabled.
+  EXPECT_FALSE(bar.ClickIfEnabled("searchButton"));
+  EXPECT_FALSE(bar.internetButton->isVisibleTo(&bar));
+}
+
+TEST_F(CommandBarTest, KeysOfTheBarReachTabsPagesTheMainWindowAndHome) {
+  AbsentPulseServer absent;
+  FillMediaTables();
+  const QString home = testenv::Root() + "/home-pictures";
+  QDir().mkpath(home);
+  for (int i = 0; i < 40; ++i)
+    testenv::MakeFile(home + QString("/picture%1.bmp").arg(i, 2, 10, QChar('0')), QByteArray());
+  settings::SaveSetting("DefaultFolder", home);
+
+  Thumbnails browser;
+  Windows().Loaded("Thumbnails", &browser);
+  browser.resize(600, 400);
+  browser.Form_Load();
+  CommandBar* bar = browser.Bar();
+  ASSERT_NE(bar, nullptr);
+  ASSERT_GE(browser.VScroll[0]->Max(), 2);
+
+  // Ctrl with F1 to F4 brings a tab forward; F2 alone minimises the main
+  // window, with Ctrl it does not.
+  auto* main = new QWidget;
+  Windows().Loaded("MainForm", main);
+  main->show();
+  bar->Form_KeyDown(F1 + 2, keys::CtrlMask);
+  EXPECT_EQ(browser.CurrentTab(), 3);
+  bar->Form_KeyDown(F1, keys::CtrlMask);
+  EXPECT_EQ(browser.CurrentTab(), 1);
+  bar->Form_KeyDown(F2, keys::CtrlMask);
+  EXPECT_EQ(browser.CurrentTab(), 2);
+  EXPECT_FALSE(main->isMinimized());
+  bar->Form_KeyDown(F1, keys::CtrlMask);
+
+  // Page Down, End and Page Up on the scroll bar of the tab in front.
+  ThumbnailScroll* scroll = browser.VScroll[0];
+  bar->Form_KeyDown(keys::Next, 0);
+  EXPECT_EQ(scroll->Value(), 1);
+  bar->Form_KeyDown(keys::End, 0);
+  EXPECT_EQ(scroll->Value(), scroll->Max());
+  bar->Form_KeyDown(keys::Next, 0);
+  EXPECT_EQ(scroll->Value(), scroll->Max());
+  bar->Form_KeyDown(keys::Prior, 0);
+  EXPECT_EQ(scroll->Value(), scroll->Max() - 1);
+
+  // Home leaves an album for the default folder and lists it.
+  App().AlbumMode = true;
+  App().CurrentFolder = "Summer Album";
+  bar->SetDirectoryLabel(true);
+  bar->ShowDirectoryName("Summer Album");
+  bar->Form_KeyDown(keys::Home, 0);
+  EXPECT_FALSE(App().AlbumMode);
+  EXPECT_EQ(App().CurrentFolder, home);
+  EXPECT_EQ(bar->DirectoryLabel->text(), "Folder:");
+  EXPECT_EQ(bar->DirectoryCaption(), home);
+  EXPECT_EQ(browser.Tab(1).Count, 40);
+  EXPECT_EQ(scroll->Value(), 0);
+
+  // A default folder that is gone gives the program's "MyMedia".
+  settings::SaveSetting("DefaultFolder", testenv::Root() + "/gone");
+  bar->Form_KeyDown(keys::Home, 0);
+  EXPECT_EQ(App().CurrentFolder, settings::MyMediaFolder());
+  EXPECT_EQ(browser.Tab(1).Count, 0);
+
+  bar->Form_KeyDown(F2, 0);
+  EXPECT_TRUE(main->isMinimized());
+
+  // Esc closes the main window, and with it the program.
+  const QPointer<QWidget> guard(main);
+  bar->Form_KeyDown(keys::Escape, 0);
+  EXPECT_FALSE(Windows().IsLoaded("MainForm"));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(guard.isNull());
+}
+
+TEST_F(CommandBarTest, TheFolderButtonLeavesAnAlbumForTheChosenFolder) {
+  AbsentPulseServer absent;
+  FillMediaTables();
+  const QString folder = testenv::Root() + "/chosen";
+  QDir().mkpath(folder);
+  testenv::MakeFile(folder + "/a.bmp", QByteArray());
+  settings::SaveSetting("DefaultFolder", folder);
+  Thumbnails browser;
+  Windows().Loaded("Thumbnails", &browser);
+  browser.Form_Load();
+  CommandBar* bar = browser.Bar();
+  App().AlbumMode = true;
+  App().CurrentFolder = "Holiday";
+  bar->SetDirectoryLabel(true);
+  bar->ShowDirectoryName("Holiday");
+
+  // The chooser opens on the default folder; OK takes it once the tree
+  // shows it.
+  QString shownAt;
+  QTimer poll;
+  QObject::connect(&poll, &QTimer::timeout, [&] {
+    auto* chooser = Windows().Get<ChooseDirectory>("ChooseDirectory");
+    if (!chooser || !chooser->isVisible() || !chooser->dName2->text().contains("chosen")) return;
+    poll.stop();
+    shownAt = chooser->dName2->text();
+    chooser->OKButton_Click();
+  });
+  poll.start(20);
+  QTimer::singleShot(10000, &poll, [&] {
+    poll.stop();
+    if (auto* chooser = Windows().Get<ChooseDirectory>("ChooseDirectory")) chooser->cancelButton_Click();
+  });
+  bar->DirectoryButton_Click();
+  ASSERT_FALSE(shownAt.isEmpty());
+  EXPECT_FALSE(App().AlbumMode);
+  EXPECT_EQ(App().CurrentFolder, folder);
+  EXPECT_EQ(bar->DirectoryLabel->text(), "Folder:");
+  EXPECT_EQ(bar->DirectoryCaption(), folder);
+  EXPECT_EQ(browser.Tab(1).Count, 1);
+}
+
+TEST_F(CommandBarTest, HelpPopupsFollowTheSetting) {
+  AbsentPulseServer absent;
+  App().ShowPopupHelp = true;
+  CommandBar bar;
+  BalloonHelp& balloons = bar.Balloons();
+  // Every control of the bar in the help table, the hidden one included.
+  EXPECT_EQ(balloons.Count(), 24);
+  EXPECT_EQ(balloons.TitleOf(bar.searchButton), "File Search");
+  EXPECT_EQ(balloons.TextOf(bar.searchButton),
+            "Click here to search for and open\r\nany of the media files supported\r\n"
+            "by the Vistrel program");
+  EXPECT_EQ(balloons.TitleOf(bar.aboutButton), "Ostrand Works");
+  EXPECT_EQ(balloons.TextOf(bar.aboutButton),
+            "Click here to view program and company-\r\ncontact information");
+  EXPECT_EQ(balloons.TitleOf(bar.DirectoryName), "Folder/Album");
+  EXPECT_EQ(balloons.TextOf(bar.Slider1),
+            "Use this control to change the\r\ncomputer's sound volume");
+  for (const HelpEntry& entry : HelpTable()) {
+    auto* control = bar.findChild<QWidget*>(entry.Control);
+    if (!control) continue;
+    EXPECT_EQ(balloons.TitleOf(control), entry.Title) << entry.Control.toStdString();
+    EXPECT_EQ(balloons.TextOf(control), entry.Lines.join("\r\n")) << entry.Control.toStdString();
+  }
+  // The browser's own entries are its business.
+  EXPECT_EQ(HelpTitle("PositionNumber(2)"), "Position on Video Number");
+  EXPECT_EQ(HelpText("ThumbnailSize"),
+            "Enter the size (in inches) that you wish\r\nfor picture thumbnail images to appear");
+
+  App().ShowPopupHelp = false;
+  bar.ApplyHelp();
+  EXPECT_EQ(balloons.Count(), 0);
+  EXPECT_EQ(balloons.TextOf(bar.searchButton), "");
+  App().ShowPopupHelp = true;
+  bar.ApplyHelp();
+  EXPECT_EQ(balloons.Count(), 24);
+}

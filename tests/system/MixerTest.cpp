@@ -1,0 +1,293 @@
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include <cstring>
+
+#include <QRegularExpression>
+#include <QStringList>
+
+#include "platform/SiblingPrograms.h"
+#include "platform/SoundFont.h"
+#include "support/PulseServer.h"
+#include "support/TestEnv.h"
+#include "system/MixerModule.h"
+
+namespace {
+
+bool Empty(const MixerControl& control) {
+  return control.dwControlID == 0 && control.Minimum == 0 && control.Maximum == 0;
+}
+
+// The percent of every channel of the server's output, as pactl shows them.
+QList<int> ChannelPercents(const PulseServer& server) {
+  QList<int> percents;
+  static const QRegularExpression channel(R"(/\s*(\d+)%)");
+  auto it = channel.globalMatch(server.Pactl({"get-sink-volume", PulseServer::Sink()}));
+  while (it.hasNext()) percents << it.next().captured(1).toInt();
+  return percents;
+}
+
+class MixerTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    // No sound font unless a test makes one.
+    platform::SetGeneralMidiSoundFont(testenv::Root() + "/sf2/TimGM6mb.sf2");
+  }
+  void TearDown() override {
+    CloseMixer();
+    platform::SetGeneralMidiSoundFont({});
+    platform::SetProgramStarter({});
+  }
+  void InstallSoundFont() { testenv::MakeFile(testenv::Root() + "/sf2/TimGM6mb.sf2", "sfbk"); }
+};
+
+}  // namespace
+
+TEST(MixerArithmeticTest, WritesScaleByWholeHundredthsOfTheMaximumAndClamp) {
+  // A range of 0 to 100 takes percent unchanged.
+  EXPECT_EQ(RawFromPercent(37, 0, 100), 37);
+  EXPECT_EQ(RawFromPercent(150, 0, 100), 100);
+  EXPECT_EQ(RawFromPercent(-5, 0, 100), 0);
+  // A maximum of 101 or more scales by its whole hundredth.
+  EXPECT_EQ(RawFromPercent(50, 0, 101), 50);
+  EXPECT_EQ(RawFromPercent(50, 0, 250), 100);
+  EXPECT_EQ(RawFromPercent(1, 0, 65535), 655);
+  EXPECT_EQ(RawFromPercent(50, 0, 65535), 32750);
+  EXPECT_EQ(RawFromPercent(100, 0, 65535), 65500);
+  EXPECT_EQ(RawFromPercent(101, 0, 65535), 65535);
+  EXPECT_EQ(RawFromPercent(-1, 0, 65535), 0);
+  // Clamped to the maximum first, then raised to the minimum.
+  EXPECT_EQ(RawFromPercent(0, 1000, 65535), 1000);
+  EXPECT_EQ(RawFromPercent(1, 1000, 65535), 1000);
+  EXPECT_EQ(RawFromPercent(5, 10, 3), 10);
+  // A mute switch: 0 or 1.
+  EXPECT_EQ(RawFromPercent(1, 0, 1), 1);
+  EXPECT_EQ(RawFromPercent(0, 0, 1), 0);
+}
+
+TEST(MixerArithmeticTest, ReadsRoundRawTimesHundredOverTheMaximumLessTheMinimum) {
+  EXPECT_EQ(PercentFromRaw(37, 0, 100), 37);
+  EXPECT_EQ(PercentFromRaw(1, 0, 1), 1);
+  EXPECT_EQ(PercentFromRaw(32750, 0, 65535), 50);  // 49.97
+  EXPECT_EQ(PercentFromRaw(65500, 0, 65535), 100);
+  EXPECT_EQ(PercentFromRaw(655, 0, 65535), 1);
+  EXPECT_EQ(PercentFromRaw(65535, 0, 65535), 100);
+  EXPECT_EQ(PercentFromRaw(26214, 0, 65535), 40);  // what the server calls 40 %
+  EXPECT_EQ(PercentFromRaw(100, 0, 250), 40);
+  EXPECT_EQ(PercentFromRaw(327, 0, 65535), 0);   // 0.499
+  EXPECT_EQ(PercentFromRaw(328, 0, 65535), 1);   // 0.500
+  // A minimum above 0 shifts every read down by it.
+  EXPECT_EQ(PercentFromRaw(32750, 10, 65535), 40);
+  EXPECT_EQ(PercentFromRaw(0, 10, 65535), -10);
+}
+
+TEST_F(MixerTest, WithoutAServerEveryCallFailsQuietly) {
+  AbsentPulseServer absent;
+  testing::internal::CaptureStderr();
+  EXPECT_FALSE(OpenMixer(0));
+  for (int index = 0; index <= MixerControlCount; ++index) EXPECT_TRUE(Empty(MixerControlAt(index)));
+  EXPECT_EQ(GetVolume(0), 0);
+  EXPECT_FALSE(SetVolume(0, 50));
+  EXPECT_FALSE(SetMute(7, true));
+  EXPECT_FALSE(GetMute(7));
+  EXPECT_FALSE(ToggleMute());
+  StepVolume(1);
+  StepVolume(0);
+  EXPECT_EQ(GetVolume(0), 0);
+  EXPECT_EQ(AudioAbilities(), 0);
+  InstallSoundFont();
+  EXPECT_EQ(AudioAbilities(), 2);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+}
+
+TEST_F(MixerTest, AServerThatNeverAnswersIsGivenUpOnAfterTheTimeOut) {
+  // Accepts the connection (the system does that for a listening socket)
+  // and then says nothing.
+  const QByteArray path = (testenv::Root() + "/silent").toUtf8();
+  const int silent = socket(AF_UNIX, SOCK_STREAM, 0);
+  ASSERT_GE(silent, 0);
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  std::strncpy(address.sun_path, path.constData(), sizeof(address.sun_path) - 1);
+  ASSERT_EQ(bind(silent, reinterpret_cast<sockaddr*>(&address), sizeof(address)), 0);
+  ASSERT_EQ(listen(silent, 4), 0);
+  AbsentPulseServer restore;  // puts PULSE_SERVER back at the end
+  qputenv("PULSE_SERVER", "unix:" + path);
+
+  EXPECT_FALSE(OpenMixer(0));
+  EXPECT_EQ(GetVolume(0), 0);
+  EXPECT_EQ(AudioAbilities(), 0);
+  close(silent);
+}
+
+TEST_F(MixerTest, OpensDeviceZeroWithTheMasterVolumeAndMuteOnly) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  EXPECT_FALSE(OpenMixer(1));
+  EXPECT_FALSE(OpenMixer(-1));
+  EXPECT_TRUE(Empty(MixerControlAt(0)));
+
+  ASSERT_TRUE(OpenMixer(0));
+  EXPECT_EQ(MixerControlAt(0).dwControlID, 1u);
+  EXPECT_EQ(MixerControlAt(0).Minimum, 0);
+  EXPECT_EQ(MixerControlAt(0).Maximum, 65535);
+  EXPECT_EQ(MixerControlAt(7).dwControlID, 2u);
+  EXPECT_EQ(MixerControlAt(7).Minimum, 0);
+  EXPECT_EQ(MixerControlAt(7).Maximum, 1);
+  for (int index : {1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 12, 13, 14, 20, 21, 1000, -1})
+    EXPECT_TRUE(Empty(MixerControlAt(index))) << index;
+
+  CloseMixer();
+  EXPECT_TRUE(Empty(MixerControlAt(0)));
+  EXPECT_FALSE(SetVolume(0, 30));
+  EXPECT_EQ(GetVolume(0), 0);
+  // Opens again after a close.
+  ASSERT_TRUE(OpenMixer(0));
+  EXPECT_TRUE(SetVolume(0, 30));
+  EXPECT_EQ(server.VolumePercent(), 30);
+}
+
+TEST_F(MixerTest, VolumeGoesToTheServerAndComesBackFromIt) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(OpenMixer(0));
+
+  EXPECT_TRUE(SetVolume(0, 40));
+  EXPECT_EQ(server.VolumeRaw(), 26200);
+  EXPECT_EQ(server.VolumePercent(), 40);
+  EXPECT_EQ(GetVolume(0), 40);
+  EXPECT_TRUE(SetVolume(0, 100));
+  EXPECT_EQ(server.VolumeRaw(), 65500);
+  EXPECT_EQ(GetVolume(0), 100);
+
+  // Set from outside.
+  ASSERT_TRUE(server.SetVolumePercent(40));
+  EXPECT_EQ(GetVolume(0), 40);
+  ASSERT_TRUE(server.SetVolumePercent(73));
+  EXPECT_EQ(GetVolume(0), 73);
+  ASSERT_TRUE(server.SetVolumePercent(150));
+  EXPECT_EQ(GetVolume(0), 100);
+  ASSERT_TRUE(server.SetVolumePercent(0));
+  EXPECT_EQ(GetVolume(0), 0);
+
+  // The compact disc and wave out lines do not exist: their writes fail
+  // and the master still changes.
+  EXPECT_FALSE(SetVolume(4, 60));
+  EXPECT_TRUE(SetVolume(0, 60));
+  EXPECT_FALSE(SetVolume(5, 60));
+  EXPECT_EQ(server.VolumePercent(), 60);
+  EXPECT_EQ(GetVolume(4), 0);
+  EXPECT_EQ(GetVolume(5), 0);
+  EXPECT_FALSE(SetVolume(21, 60));
+  EXPECT_EQ(GetVolume(21), 0);
+}
+
+TEST_F(MixerTest, AVolumeWriteKeepsTheBalanceOfTheChannels) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(OpenMixer(0));
+  ASSERT_TRUE(server.PactlOk({"set-sink-volume", PulseServer::Sink(), "40%", "20%"}));
+  EXPECT_EQ(ChannelPercents(server), (QList<int>{40, 20}));
+  EXPECT_EQ(GetVolume(0), 40);  // the louder channel
+  EXPECT_TRUE(SetVolume(0, 80));
+  EXPECT_EQ(ChannelPercents(server), (QList<int>{80, 40}));
+}
+
+TEST_F(MixerTest, MuteTurnsBothWaysFromHereAndFromOutside) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(OpenMixer(0));
+  EXPECT_FALSE(GetMute(7));
+
+  EXPECT_TRUE(SetMute(7, true));
+  EXPECT_TRUE(server.Muted());
+  EXPECT_TRUE(GetMute(7));
+  EXPECT_TRUE(ToggleMute());
+  EXPECT_FALSE(server.Muted());
+  EXPECT_FALSE(GetMute(7));
+  EXPECT_TRUE(ToggleMute());
+  EXPECT_TRUE(server.Muted());
+
+  ASSERT_TRUE(server.SetMuted(false));
+  EXPECT_FALSE(GetMute(7));
+  ASSERT_TRUE(server.SetMuted(true));
+  EXPECT_TRUE(GetMute(7));
+  EXPECT_TRUE(ToggleMute());
+  EXPECT_FALSE(server.Muted());
+
+  // The other lines have no mute; the volume keeps its value.
+  EXPECT_FALSE(SetMute(11, true));
+  EXPECT_FALSE(GetMute(11));
+  EXPECT_FALSE(server.Muted());
+}
+
+TEST_F(MixerTest, StepVolumeMovesOnePercentAndStopsAtTheEnds) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(OpenMixer(0));
+
+  ASSERT_TRUE(server.SetVolumePercent(40));
+  StepVolume(1);
+  EXPECT_EQ(server.VolumeRaw(), 41 * 655);
+  StepVolume(2);
+  EXPECT_EQ(GetVolume(0), 42);
+  StepVolume(0);
+  StepVolume(-3);
+  EXPECT_EQ(server.VolumeRaw(), 40 * 655);
+
+  ASSERT_TRUE(server.SetVolumePercent(100));
+  StepVolume(1);
+  EXPECT_EQ(server.VolumeRaw(), 65536);  // untouched
+  StepVolume(0);
+  EXPECT_EQ(server.VolumeRaw(), 99 * 655);
+
+  ASSERT_TRUE(server.SetVolumePercent(0));
+  StepVolume(0);
+  EXPECT_EQ(server.VolumeRaw(), 0);
+  StepVolume(1);
+  EXPECT_EQ(server.VolumeRaw(), 655);
+}
+
+TEST_F(MixerTest, AnOpenMixerFindsAServerThatCameBack) {
+  auto first = std::make_unique<PulseServer>();
+  ASSERT_TRUE(first->Running());
+  ASSERT_TRUE(OpenMixer(0));
+  ASSERT_TRUE(SetVolume(0, 20));
+  first->Stop();
+  EXPECT_EQ(GetVolume(0), 0);
+  EXPECT_FALSE(SetVolume(0, 30));
+  EXPECT_FALSE(ToggleMute());
+
+  PulseServer second;
+  ASSERT_TRUE(second.Running());
+  ASSERT_TRUE(second.SetVolumePercent(70));
+  EXPECT_EQ(GetVolume(0), 70);
+  EXPECT_TRUE(SetVolume(0, 30));
+  EXPECT_EQ(second.VolumePercent(), 30);
+  CloseMixer();
+  EXPECT_EQ(GetVolume(0), 0);
+}
+
+TEST_F(MixerTest, AudioAbilitiesTellsWaveFromAnOutputAndMidiFromTheSoundFont) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  EXPECT_EQ(AudioAbilities(), 1);
+  InstallSoundFont();
+  EXPECT_EQ(AudioAbilities(), 3);
+  // Without an output there is nothing to play wave sound on.
+  ASSERT_TRUE(server.PactlOk({"unload-module", "module-null-sink"}));
+  EXPECT_EQ(AudioAbilities(), 2);
+  EXPECT_FALSE(OpenMixer(0));
+}
+
+TEST_F(MixerTest, MixerButtonStartsTheSoundSettings) {
+  QStringList started;
+  platform::SetProgramStarter([&started](const QString& path, const QStringList& arguments) {
+    started << path << arguments;
+    return false;  // as if it were not installed
+  });
+  mixerButton_Click();
+  EXPECT_EQ(started, QStringList{"pavucontrol"});
+}
