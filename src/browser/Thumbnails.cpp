@@ -752,8 +752,9 @@ void Thumbnails::ThumbnailTabs_Click(int previous, int current) {
     HideHighlight();
     Separator->hide();
   } else {
-    if (current != PicturesTab) FocusCell(current, CurrentIndex(current) - state.PageFirst);
-    ShowHighlight(current);
+    // The keys go on from the current cell of the tab that came forward;
+    // taking the focus also puts the frame on it.
+    if (!FocusCell(current, CurrentIndex(current) - state.PageFirst)) ShowHighlight(current);
   }
   QCoreApplication::processEvents();
 }
