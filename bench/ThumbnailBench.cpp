@@ -11,12 +11,12 @@
 // They are made by a child process, so that the full-size pictures do not
 // count in this process's peak memory.
 //
-// The fill is a callback that must return once the page is complete, so a
-// different fill (the browser's own) can be measured the same way.
+// The fill is the browser's own page fill, over a window offscreen: from
+// the listing of the folder to the last cell showing its picture.
 
 #include <sys/resource.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -31,6 +31,9 @@
 #include <functional>
 
 #include "browser/ThumbnailLoader.h"
+#include "browser/Thumbnails.h"
+#include "catalogue/MediaTypes.h"
+#include "shell/AppState.h"
 #include "platform/Twips.h"
 
 namespace {
@@ -180,20 +183,19 @@ Timing TimeFill(const PageFill& fill, const QStringList& paths) {
   return {clock.nsecsElapsed() / 1e9, CpuSeconds(RUSAGE_SELF) - cpu};
 }
 
-// The page fill through the thumbnail loader, each picture handed on in turn.
-int LoaderFill(const QStringList& paths, int cellPixels) {
-  ThumbnailLoader loader;
-  QVector<ThumbnailRequest> requests;
-  for (int i = 0; i < paths.size(); ++i) requests.append({i, paths[i]});
-  int good = 0;
+// The page fill of the browser itself: the folder is listed and its first
+// page of pictures filled; returns when the last cell shows its picture.
+int BrowserFill(Thumbnails& browser, const QString& folder) {
   QEventLoop loop;
-  QObject::connect(&loader, &ThumbnailLoader::Ready, [&](const ThumbnailResult& result) {
-    if (result.Ok && !result.Image.isNull()) ++good;
-  });
-  QObject::connect(&loader, &ThumbnailLoader::Finished, &loop, &QEventLoop::quit);
-  loader.Start(requests, cellPixels);
-  loop.exec();
-  return good;
+  const auto done = QObject::connect(&browser, &Thumbnails::PageFilled, &loop, &QEventLoop::quit);
+  App().CurrentFolder = folder;
+  browser.ChangeDirectory();
+  if (browser.PageFilling()) loop.exec();
+  QObject::disconnect(done);
+  int shown = 0;
+  for (int cell = 0; cell < browser.CellCount(PicturesTab); ++cell)
+    if (!browser.Cell(PicturesTab, cell)->isHidden()) ++shown;
+  return shown;
 }
 
 // vipsthumbnail as one process over all files, writing into a fresh folder.
@@ -227,7 +229,12 @@ double PeakMemoryMb() {
 }  // namespace
 
 int main(int argc, char** argv) {
-  QCoreApplication app(argc, argv);
+  // A world of its own: settings and thumbnail cache in temporary folders.
+  QTemporaryDir world;
+  qputenv("XDG_CONFIG_HOME", (world.path() + "/config").toUtf8());
+  qputenv("XDG_CACHE_HOME", (world.path() + "/cache").toUtf8());
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QApplication app(argc, argv);
   const QStringList args = app.arguments();
   if (args.size() > 2 && args[1] == MakePhotosWord) return MakePhotos(args[2]);
   const QString folder = args.size() > 1 ? args[1] : QString("/tmp/vistrel-bench-photos");
@@ -238,12 +245,21 @@ int main(int argc, char** argv) {
   const QStringList paths = PhotoPaths(folder);
   ReadThrough(paths);
 
-  // The cache of this run only: the first fill finds it empty.
-  QTemporaryDir cache;
-  qputenv("XDG_CACHE_HOME", cache.path().toUtf8());
+  // A browser whose page holds the 40 photos, first listing an empty folder.
+  FillMediaTables();
+  App().ProgramFolder = world.path() + "/program";
+  QDir().mkpath(App().ProgramFolder + "/MyMedia");
+  Thumbnails browser;
+  browser.resize(900, 600);
+  browser.show();
+  browser.Form_Load();
+  if (browser.Tab(PicturesTab).PageSize < PhotoCount) {
+    std::fprintf(stderr, "The page holds only %d pictures\n", browser.Tab(PicturesTab).PageSize);
+    return 1;
+  }
 
   int made = 0;
-  const PageFill fill = [&](const QStringList& page) { made = LoaderFill(page, CellPixels); };
+  const PageFill fill = [&](const QStringList&) { made = BrowserFill(browser, folder); };
   ThumbnailLoader::ResetDecodeCount();
   const Timing cold = TimeFill(fill, paths);
   const int coldMade = made, coldDecodes = ThumbnailLoader::DecodeCount();
@@ -255,6 +271,7 @@ int main(int argc, char** argv) {
 
   std::printf("%d photos of %d x %d, cell %d px, %d workers\n", PhotoCount, PhotoWidth, PhotoHeight,
               CellPixels, ThumbnailLoader().WorkerCount());
+  std::printf("(filled through the browser's page fill, %d cells a page)\n", int(browser.Tab(PicturesTab).PageSize));
   std::printf("cold fill:   %7.3f s  (processor %6.3f s; %d thumbnails, %d decodes)\n", cold.Seconds,
               cold.CpuSeconds, coldMade, coldDecodes);
   std::printf("warm fill:   %7.3f s  (processor %6.3f s; %d thumbnails, %d decodes)\n", warm.Seconds,

@@ -67,8 +67,18 @@ QImage ReadWith(QImageReader& reader, const QSize& fitInto) {
     // its orientation, so the box turns with it.
     const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
     const QSize box = turned ? fitInto.transposed() : fitInto;
-    if (!Fits(stored, box))
-      reader.setScaledSize(stored.scaled(box, Qt::KeepAspectRatio).expandedTo(QSize(1, 1)));
+    if (Fits(stored, box)) return reader.read();
+    const QSize wanted = stored.scaled(box, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    if (format == "jpeg" && stored.width() >= 8 * wanted.width() &&
+        stored.height() >= 8 * wanted.height()) {
+      // A small picture of a big photograph: the decoder's eighth-size
+      // output, taken as it comes (its fast path, which leaves the last
+      // reduction to us so that it stays smooth).
+      reader.setQuality(49);
+      reader.setScaledSize(QSize((stored.width() + 7) / 8, (stored.height() + 7) / 8));
+      return Reduced(reader.read(), fitInto);
+    }
+    reader.setScaledSize(wanted);
     return reader.read();
   }
   // Without a stored size (an animated network graphic, say) the picture
