@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
+#include "PeakMemory.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/NewTabControl.h"
@@ -62,13 +63,6 @@ bool MakeFolder(const QString& folder) {
   return true;
 }
 
-double PeakMemoryMb() {
-  QFile status("/proc/self/status");
-  if (!status.open(QIODevice::ReadOnly)) return -1;
-  for (const QByteArray& line : status.readAll().split('\n'))
-    if (line.startsWith("VmHWM:")) return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024;
-  return -1;
-}
 
 // Lists the folder and waits for the first page of pictures; seconds.
 double FirstPage(Thumbnails& browser, const QString& folder) {

@@ -31,6 +31,7 @@
 #include <functional>
 
 #include "browser/ThumbnailLoader.h"
+#include "PeakMemory.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "shell/AppState.h"
@@ -217,14 +218,6 @@ Timing TimeVips(const QStringList& paths, QString& command) {
   return timing;
 }
 
-// The peak resident memory of this process, in megabytes.
-double PeakMemoryMb() {
-  QFile status("/proc/self/status");
-  if (!status.open(QIODevice::ReadOnly)) return -1;
-  for (const QByteArray& line : status.readAll().split('\n'))
-    if (line.startsWith("VmHWM:")) return line.mid(6).trimmed().split(' ').value(0).toDouble() / 1024;
-  return -1;
-}
 
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/MessageBoxAnswer.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QScreen>
@@ -15,23 +17,8 @@
 
 namespace {
 
-// Answers the real box once it is up and its activation work has run. Gives
-// up after five seconds so that a box that never shows fails the test
-// instead of hanging it.
 void WhenShown(std::function<void(MessageBox&)> answer) {
-  auto* timer = new QTimer;
-  auto* clock = new QElapsedTimer;
-  clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, clock, answer] {
-    MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
-    const bool ready = form && form->isVisible() && form->Activated();
-    if (!ready && clock->elapsed() < 5000) return;
-    timer->stop();
-    timer->deleteLater();
-    delete clock;
-    if (ready) answer(*form);
-  });
-  timer->start(10);
+  testenv::WhenMessageBoxShown(std::move(answer));
 }
 
 void Click(QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/MessageBoxAnswer.h"
+
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
@@ -62,21 +64,8 @@ void WaitWithStep(const QString& folder, const QString& mode,
   ChooseDirectoryWait(folder, mode);
 }
 
-// Answers the message box once it is up.
 void WhenMessageShown(std::function<void(MessageBox&)> answer) {
-  auto* timer = new QTimer;
-  auto* clock = new QElapsedTimer;
-  clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, clock, answer] {
-    MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
-    const bool ready = form && form->isVisible() && form->Activated();
-    if (!ready && clock->elapsed() < 5000) return;
-    timer->stop();
-    timer->deleteLater();
-    delete clock;
-    if (ready) answer(*form);
-  });
-  timer->start(10);
+  testenv::WhenMessageBoxShown(std::move(answer));
 }
 
 QString MakeFolder(const QString& relative) {

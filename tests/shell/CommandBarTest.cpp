@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include "support/MessageBoxAnswer.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QElapsedTimer>
@@ -43,25 +45,12 @@ struct Told {
 };
 
 // Answers the next message box with OK once it is up, noting what it said.
-// Gives up after five seconds, so that a box that never comes fails the
-// test instead of hanging it.
 void AnswerNextBox(Told* told) {
-  auto* timer = new QTimer;
-  auto* clock = new QElapsedTimer;
-  clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, clock, told] {
-    MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
-    const bool ready = form && form->isVisible() && form->Activated();
-    if (!ready && clock->elapsed() < 5000) return;
-    timer->stop();
-    timer->deleteLater();
-    delete clock;
-    if (!ready) return;
-    told->text = form->MsgText->text();
-    told->title = form->TopCaption->text();
-    QTest::mouseClick(form->MsgButton[0], Qt::LeftButton);
+  testenv::WhenMessageBoxShown([told](MessageBox& form) {
+    told->text = form.MsgText->text();
+    told->title = form.TopCaption->text();
+    QTest::mouseClick(form.MsgButton[0], Qt::LeftButton);
   });
-  timer->start(10);
 }
 
 bool SameImage(const QPixmap& a, const QPixmap& b) { return a.toImage() == b.toImage(); }
