@@ -14,7 +14,9 @@
 #include "browser/PageTexts.h"
 #include "browser/ThumbnailLoader.h"
 #include "browser/Thumbnails.h"
+#include "catalogue/FileInfoText.h"
 #include "catalogue/MediaPicture.h"
+#include "controls/BalloonHelp.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/NewImage.h"
 #include "controls/NewTabControl.h"
@@ -162,6 +164,19 @@ TEST_F(ThumbnailsTest, PicturesFillTheirCellsAndOtherTabsListNames) {
             invalid.convertToFormat(QImage::Format_ARGB32));
   EXPECT_FALSE(window.ThumbnailSize->isHidden());
   EXPECT_EQ(window.ThumbnailSize->Value(), "1.000");
+  // The data popup of a cell is the file's information; the boxes of the
+  // bottom strip carry their help, and lose it when help is switched off.
+  EXPECT_EQ(window.ThumbImage[3]->toolTip(), FileInfoText("wide.png", folder));
+  window.LoadHelp();
+  EXPECT_EQ(window.Balloons()->Count(), 4);
+  EXPECT_EQ(window.Balloons()->TitleOf(window.ThumbnailSize), "Thumbnail Size");
+  EXPECT_EQ(window.Balloons()->TextOf(window.PositionNumber[1]),
+            "Enter a number to position on a specific\r\nvideo file in the thumbnail list");
+  App().ShowPopupHelp = false;
+  App().ShowPopupData = false;
+  window.LoadHelp();
+  EXPECT_EQ(window.Balloons()->Count(), 0);
+  EXPECT_EQ(window.ThumbImage[3]->toolTip(), "");
 
   window.SetCurrentTab(AudiosTab);
   EXPECT_EQ(VisibleCells(window, PicturesTab), 0);
