@@ -21,7 +21,7 @@
 #include <QTemporaryDir>
 #include <cstdio>
 
-#include "PeakMemory.h"
+#include "BenchWorld.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/NewTabControl.h"
@@ -82,9 +82,7 @@ double FirstPage(Thumbnails& browser, const QString& folder) {
 
 int main(int argc, char** argv) {
   QTemporaryDir world;
-  qputenv("XDG_CONFIG_HOME", (world.path() + "/config").toUtf8());
-  qputenv("XDG_CACHE_HOME", (world.path() + "/cache").toUtf8());
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  EnterBenchWorld(world);
   QApplication app(argc, argv);
   const QStringList args = app.arguments();
   const QString folder = args.size() > 1 ? args[1] : QString("/tmp/vistrel-bench-firstpage");
@@ -92,13 +90,8 @@ int main(int argc, char** argv) {
     std::fprintf(stderr, "Could not make the files in %s\n", qPrintable(folder));
     return 1;
   }
-  FillMediaTables();
-  App().ProgramFolder = world.path() + "/program";
-  QDir().mkpath(App().ProgramFolder + "/MyMedia");
   Thumbnails browser;
-  browser.resize(900, 600);
-  browser.show();
-  browser.Form_Load();
+  LoadBenchBrowser(browser, world);
 
   const double cold = FirstPage(browser, folder);
   const double warm = FirstPage(browser, folder);

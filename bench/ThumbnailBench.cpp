@@ -31,7 +31,7 @@
 #include <functional>
 
 #include "browser/ThumbnailLoader.h"
-#include "PeakMemory.h"
+#include "BenchWorld.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "shell/AppState.h"
@@ -224,9 +224,7 @@ Timing TimeVips(const QStringList& paths, QString& command) {
 int main(int argc, char** argv) {
   // A world of its own: settings and thumbnail cache in temporary folders.
   QTemporaryDir world;
-  qputenv("XDG_CONFIG_HOME", (world.path() + "/config").toUtf8());
-  qputenv("XDG_CACHE_HOME", (world.path() + "/cache").toUtf8());
-  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  EnterBenchWorld(world);
   QApplication app(argc, argv);
   const QStringList args = app.arguments();
   if (args.size() > 2 && args[1] == MakePhotosWord) return MakePhotos(args[2]);
@@ -239,13 +237,8 @@ int main(int argc, char** argv) {
   ReadThrough(paths);
 
   // A browser whose page holds the 40 photos, first listing an empty folder.
-  FillMediaTables();
-  App().ProgramFolder = world.path() + "/program";
-  QDir().mkpath(App().ProgramFolder + "/MyMedia");
   Thumbnails browser;
-  browser.resize(900, 600);
-  browser.show();
-  browser.Form_Load();
+  LoadBenchBrowser(browser, world);
   if (browser.Tab(PicturesTab).PageSize < PhotoCount) {
     std::fprintf(stderr, "The page holds only %d pictures\n", browser.Tab(PicturesTab).PageSize);
     return 1;
