@@ -30,6 +30,7 @@
 #include "shell/Database.h"
 #include "shell/Settings.h"
 #include "shell/Statements.h"
+#include "shell/WindowRegistry.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -391,4 +392,59 @@ TEST_F(ThumbnailsTest, AnAlbumListsItsRowsByBaseNameFromTheDataFile) {
   window.SetCurrentTab(DocumentsTab);
   EXPECT_EQ(PageNames(window, DocumentsTab), QStringList({"readme.txt"}));
   CloseDataFile();
+}
+
+TEST_F(ThumbnailsTest, EnterInTheSizeBoxLaysTheCellsOutAgainWithinTheBox) {
+  const QString folder = testenv::Root() + "/sizes";
+  QDir().mkpath(folder);
+  for (int i = 0; i < 12; ++i) MakePicture(QString("%1/p%2.png").arg(folder).arg(i, 2, 10, QChar('0')), 40, 40);
+  Thumbnails window;
+  // The command bar's refresh lists the folder again through the browser
+  // it finds among the loaded windows.
+  Windows().Loaded("Thumbnails", &window);
+  Open(window, folder);
+  ASSERT_EQ(window.Tab(PicturesTab).PageSize, 15);
+
+  window.ThumbnailSize->txtNumber()->setFocus();
+  QCoreApplication::processEvents();
+  window.ThumbnailSize->txtNumber()->setText("2");
+  QTest::keyClick(window.ThumbnailSize->txtNumber(), Qt::Key_Return);
+  WaitForPage(window);
+  EXPECT_EQ(App().ThumbnailSizeTwips, 2880);
+  EXPECT_EQ(settings::GetSetting("ThumbnailSize", ""), "2880");
+  EXPECT_EQ(window.Tab(PicturesTab).PageSize, 2);
+  EXPECT_EQ(window.CountLabel[0]->text(), "1 to 2 of 12 picture files");
+  EXPECT_EQ(window.CellTwips(PicturesTab, 0).size(), QSizeF(2820, 2820));
+
+  // Three inches do not fit the height of a lower box: the size stops where
+  // a cell still fits.
+  window.resize(600, 300);
+  window.ChangeFormSize();
+  window.ThumbnailSize->txtNumber()->setFocus();
+  QCoreApplication::processEvents();
+  window.ThumbnailSize->txtNumber()->setText("3");
+  QTest::keyClick(window.ThumbnailSize->txtNumber(), Qt::Key_Return);
+  WaitForPage(window);
+  EXPECT_EQ(window.Layout().Box.height(), 3315);
+  EXPECT_EQ(App().ThumbnailSizeTwips, 3315 - 270);
+  EXPECT_EQ(window.ThumbnailSize->Value(), "2.115");
+  EXPECT_EQ(window.Tab(PicturesTab).PageSize, 2);
+}
+
+TEST_F(ThumbnailsTest, CtrlNBringsTheContextMenuOfTheCurrentItem) {
+  Thumbnails window;
+  Open(window, MakeFolderWith("songs", {"a.mp3", "b.mp3", "c.wav"}));
+  QSignalSpy menu(&window, &Thumbnails::ContextMenuRequested);
+  QSignalSpy actions(&window, &Thumbnails::ActionRequested);
+  ASSERT_EQ(window.CurrentTab(), AudiosTab);
+  window.AudioIcon_KeyDown(0, keys::Down, 0);
+  window.Form_KeyUp('N', keys::CtrlMask);
+  ASSERT_EQ(menu.count(), 1);
+  EXPECT_EQ(menu[0], QVariantList({AudiosTab, 1}));
+  // Ctrl+T offers the tags of an MP3 only.
+  window.Form_KeyUp('T', keys::CtrlMask);
+  window.AudioIcon_KeyDown(1, keys::Down, 0);
+  window.Form_KeyUp('T', keys::CtrlMask);
+  ASSERT_EQ(actions.count(), 1);
+  EXPECT_EQ(actions[0], QVariantList({"MP3", AudiosTab, 1}));
 }
