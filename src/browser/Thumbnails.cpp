@@ -11,14 +11,10 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "browser/CdTitles.h"
 #include "browser/CellIcons.h"
 #include "browser/PageTexts.h"
-#include "browser/ThumbnailCache.h"
 #include "browser/ThumbnailLoader.h"
-#include "catalogue/FileInfoText.h"
 #include "controls/BalloonHelp.h"
-#include "catalogue/MediaPicture.h"
 #include "catalogue/MediaTypes.h"
 #include "catalogue/PathParts.h"
 #include "controls/NewImage.h"
@@ -39,12 +35,6 @@
 using namespace pagegeometry;
 
 namespace {
-
-QRect ToPixels(const QRectF& t) {
-  return QRect(twips::ToPixels(int(t.left())), twips::ToPixels(int(t.top())),
-               std::max(twips::ToPixels(int(t.width())), 1),
-               std::max(twips::ToPixels(int(t.height())), 1));
-}
 
 // The small window that says the pictures of a page are being decoded: a
 // white gradient with one line of text, centred on the browser.
@@ -203,14 +193,14 @@ void Thumbnails::ChangeFormSize() {
   pictureCells_.fill(QRectF(), ThumbImage.size());
   for (int cell = 0; cell < ThumbImage.size(); ++cell) {
     pictureCells_[cell] = PictureCellRect(layout_, cell);
-    ThumbImage[cell]->setGeometry(ToPixels(pictureCells_[cell]));
+    ThumbImage[cell]->setGeometry(twips::ToPixels(pictureCells_[cell]));
   }
   for (int tab = VideosTab; tab <= DocumentsTab; ++tab) {
     const auto& icons = Icons[size_t(tab - 2)];
     const auto& names = Names[size_t(tab - 2)];
     for (int cell = 0; cell < icons.size(); ++cell) {
-      icons[cell]->setGeometry(ToPixels(IconCellRect(layout_, cell)));
-      names[cell]->setGeometry(ToPixels(NameCellRect(layout_, cell)));
+      icons[cell]->setGeometry(twips::ToPixels(IconCellRect(layout_, cell)));
+      names[cell]->setGeometry(twips::ToPixels(NameCellRect(layout_, cell)));
     }
   }
   MoveCellsAside(currentTab_);
@@ -218,18 +208,18 @@ void Thumbnails::ChangeFormSize() {
 
 void Thumbnails::PlaceControls() {
   const PageLayout& l = layout_;
-  ThumbnailTabs->setGeometry(ToPixels(l.Tabs));
+  ThumbnailTabs->setGeometry(twips::ToPixels(l.Tabs));
   ThumbnailTabs->lower();
   const int textHeight = twips::FromPixels(fontMetrics().height()) + LabelHeightMargin * 2;
   const int tabRight = l.Tabs.left() + l.Tabs.width();
   for (size_t i = 0; i < TabCount; ++i) {
-    VScroll[i]->setGeometry(ToPixels(l.Scroll));
+    VScroll[i]->setGeometry(twips::ToPixels(l.Scroll));
     CountLabel[i]->setGeometry(
-        ToPixels(QRectF(l.Tabs.left() + FirstCellLeft, l.CountTop, 4200, textHeight)));
+        twips::ToPixels(QRectF(l.Tabs.left() + FirstCellLeft, l.CountTop, 4200, textHeight)));
     PositionLabel[i]->setGeometry(
-        ToPixels(QRectF(l.PositionLabelX, l.CountTop, 1200, textHeight)));
+        twips::ToPixels(QRectF(l.PositionLabelX, l.CountTop, 1200, textHeight)));
     PositionNumber[i]->setGeometry(
-        ToPixels(QRectF(l.PositionLabelX + 1260, l.CountTop - 30, 1215, textHeight + 60)));
+        twips::ToPixels(QRectF(l.PositionLabelX + 1260, l.CountTop - 30, 1215, textHeight + 60)));
   }
   // The size group stands centred in the room between the count and the
   // position group.
@@ -237,11 +227,11 @@ void Thumbnails::PlaceControls() {
   const int room = l.PositionLabelX - (l.Tabs.left() + FirstCellLeft);
   const int left = l.Tabs.left() + FirstCellLeft + std::max((room - groupWidth - 75) / 2, 0) + 2100;
   const int groupLeft = std::min(left, std::max(tabRight - groupWidth, 0));
-  SizeLabel->setGeometry(ToPixels(QRectF(groupLeft, l.CountTop, 1700, textHeight)));
+  SizeLabel->setGeometry(twips::ToPixels(QRectF(groupLeft, l.CountTop, 1700, textHeight)));
   ThumbnailSize->setGeometry(
-      ToPixels(QRectF(groupLeft + 1760, l.CountTop - 30, 900, textHeight + 60)));
-  InchLabel->setGeometry(ToPixels(QRectF(groupLeft + 2720, l.CountTop, 700, textHeight)));
-  Separator->setGeometry(ToPixels(QRectF(l.SeparatorX, l.Box.top(), 45, l.Box.height())));
+      twips::ToPixels(QRectF(groupLeft + 1760, l.CountTop - 30, 900, textHeight + 60)));
+  InchLabel->setGeometry(twips::ToPixels(QRectF(groupLeft + 2720, l.CountTop, 700, textHeight)));
+  Separator->setGeometry(twips::ToPixels(QRectF(l.SeparatorX, l.Box.top(), 45, l.Box.height())));
   if (LoadingMessage)
     LoadingMessage->move((width() - LoadingMessage->width()) / 2,
                          (height() - LoadingMessage->height()) / 2);
@@ -446,273 +436,6 @@ void Thumbnails::ShowItemPage(int tab, qint32 item) {
   }
   VScroll_Change(tab, bar->Value());
   if (item >= state.PageFirst && item <= state.PageLast) CurrentIndex(tab) = item;
-}
-
-void Thumbnails::FillPage(int tab) {
-  switch (tab) {
-    case PicturesTab:
-      FillPicturePage();
-      break;
-    case VideosTab:
-      FillVideoPage();
-      break;
-    case AudiosTab:
-      FillAudioPage();
-      break;
-    default:
-      FillDocumentPage();
-  }
-}
-
-void Thumbnails::ClearPage(int tab) {
-  switch (tab) {
-    case PicturesTab:
-      ClearPicturePage();
-      break;
-    case VideosTab:
-      ClearVideoPage();
-      break;
-    case AudiosTab:
-      ClearAudioPage();
-      break;
-    default:
-      ClearDocumentPage();
-  }
-}
-
-QString Thumbnails::EntryPath(const QString& entry) const {
-  const AppState& app = App();
-  if (app.AlbumMode) return entry;
-  return JoinPath(app.CurrentFolder, entry);
-}
-
-void Thumbnails::FillPicturePage() {
-  AppState& app = App();
-  if (QWidget* viewer = Windows().Find("SingleImage")) {
-    viewer->hide();
-    if (!app.RefitInProgress) Windows().Unload("SingleImage");
-  }
-  HideHighlight();
-  TabState& state = Tab(PicturesTab);
-  CountLabel[0]->setText(PageCountText(PicturesTab, state.PageStart, state.PageSize, state.Count));
-  state.PageFirst = state.PageStart;
-  state.PageLast = 0;
-  // Clearing drops what an earlier fill still had in hand, with its message.
-  ClearPicturePage();
-  ShowLoadingMessage(true);
-
-  const QStringList& files = app.PictureFiles;
-  QVector<ThumbnailRequest> requests;
-  qint32 idx = state.PageStart;
-  for (int cell = 0; cell < state.PageSize && cell < ThumbImage.size(); ++cell) {
-    idx = state.PageStart + cell;
-    if (idx >= state.Count) break;
-    const QString entry = idx < files.size() ? files[idx] : QString();
-    if (entry.isEmpty() || entry == QLatin1String("(Deleted)")) {
-      ThumbImage[cell]->LoadDeleted();
-      if (!app.RefitInProgress && currentTab_ == PicturesTab) {
-        ThumbImage[cell]->show();
-        ThumbImage[cell]->setFocusPolicy(Qt::StrongFocus);
-      }
-      continue;
-    }
-    requests.append({cell, EntryPath(entry)});
-    // The cell stands ready, empty, until its picture arrives, so that the
-    // keys can reach it while the page fills.
-    if (!app.RefitInProgress && currentTab_ == PicturesTab) {
-      ThumbImage[cell]->show();
-      ThumbImage[cell]->setFocusPolicy(Qt::StrongFocus);
-    }
-  }
-  state.PageLast = std::min(idx, state.Count - 1);
-  ThumbnailTabs->SetCaption(PicturesTab, TabCaption(PicturesTab, state.Count));
-  pendingPictures_ = int(requests.size());
-  if (requests.isEmpty()) {
-    PictureFillDone();
-    return;
-  }
-  const int cellPixels = std::max(twips::ToPixels(app.ThumbnailSizeTwips - CellMargin), 1);
-  loader_->Start(requests, int(cellPixels * devicePixelRatioF()));
-}
-
-void Thumbnails::PictureReady(const ThumbnailResult& result) {
-  const AppState& app = App();
-  const int cell = result.Cell;
-  if (cell < 0 || cell >= ThumbImage.size()) return;
-  NewImage* image = ThumbImage[cell];
-  QSize original = result.OriginalSize;
-  if (!result.Ok || original.isEmpty()) original = result.Ok ? result.Image.size() : QSize();
-  const QImage& shown = result.Ok ? result.Image : InvalidImagePicture();
-  if (!result.Ok) original = InvalidImagePicture().size();
-  // The cell keeps its width for a wide picture and its height for any
-  // other; the other side shrinks in proportion.
-  const QSizeF size = PictureCellSize(original.width(), original.height(), app.ThumbnailSizeTwips);
-  QRectF& rect = pictureCells_[cell];
-  rect.setSize(size);
-  image->setGeometry(ToPixels(rect));
-  image->LoadFile(result.Path, &shown);
-  if (app.ShowPopupData) {
-    const qint32 index = Tab(PicturesTab).PageFirst + cell;
-    image->setToolTip(CellTooltip(PicturesTab, index));
-  }
-  if (!app.RefitInProgress && currentTab_ == PicturesTab) {
-    image->show();
-    image->setFocusPolicy(Qt::StrongFocus);
-    // The frame stands around the cell's final size.
-    if (Tab(PicturesTab).Highlighted && app.CurrentPicture == Tab(PicturesTab).PageFirst + cell)
-      ShowHighlight1();
-  }
-  if (pendingPictures_ > 0) --pendingPictures_;
-}
-
-void Thumbnails::PictureFillDone() {
-  pendingPictures_ = 0;
-  ShowLoadingMessage(false);
-  emit PageFilled(PicturesTab);
-}
-
-bool Thumbnails::PageFilling() const { return loader_ && loader_->Busy(); }
-
-void Thumbnails::ShowLoadingMessage(bool on) {
-  if (!LoadingMessage) return;
-  if (on) {
-    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
-                         (height() - LoadingMessage->height()) / 2);
-    LoadingMessage->raise();
-    LoadingMessage->show();
-  } else {
-    LoadingMessage->hide();
-  }
-}
-
-QString Thumbnails::CellTooltip(int tab, qint32 index) const {
-  const AppState& app = App();
-  const QStringList& files = Listing::Files(tab);
-  if (index < 0 || index >= files.size()) return QString();
-  const QString& entry = files[index];
-  if (tab == AudiosTab && GetFileExtension(entry).compare("cda", Qt::CaseInsensitive) == 0)
-    return "File:    " + entry + "\nType: CD Audio";
-  if (app.AlbumMode) return FileInfoText(GetBaseName(entry), GetFolderPart(entry));
-  return FileInfoText(entry, app.CurrentFolder);
-}
-
-void Thumbnails::FillVideoPage() {
-  AppState& app = App();
-  if (QWidget* viewer = Windows().Find("SingleVideo")) {
-    viewer->hide();
-    if (!app.RefitInProgress) Windows().Unload("SingleVideo");
-  }
-  FillListPage(VideosTab);
-}
-
-void Thumbnails::FillAudioPage() {
-  AppState& app = App();
-  if (QWidget* viewer = Windows().Find("SingleAudio"); viewer && !app.RefitInProgress)
-    viewer->showMinimized();
-  // An audio CD's tracks take their titles when the disc's titles are known.
-  cdTitlesKnown_ = false;
-  cdTitles_.clear();
-  if (!app.AudioFiles.isEmpty() &&
-      GetFileExtension(app.AudioFiles.first()).compare("cda", Qt::CaseInsensitive) == 0) {
-    const QString folder = commandBar_ ? commandBar_->DirectoryCaption() : app.CurrentFolder;
-    cdTitlesKnown_ = LookUpCdTitles(folder, cdTitles_);
-  }
-  FillListPage(AudiosTab);
-}
-
-void Thumbnails::FillDocumentPage() { FillListPage(DocumentsTab); }
-
-void Thumbnails::FillListPage(int tab) {
-  const AppState& app = App();
-  TabState& state = Tab(tab);
-  const size_t i = size_t(tab - 1);
-  CountLabel[i]->setText(PageCountText(tab, state.PageStart, state.PageSize, state.Count));
-  state.PageFirst = state.PageStart;
-  state.PageLast = 0;
-  ClearListPage(tab);
-  const QStringList& files = Listing::Files(tab);
-  const auto& icons = Icons[size_t(tab - 2)];
-  const auto& names = Names[size_t(tab - 2)];
-  qint32 idx = state.PageStart;
-  for (int cell = 0; cell < state.PageSize && cell < icons.size(); ++cell) {
-    idx = state.PageStart + cell;
-    if (idx >= state.Count) break;
-    const QString entry = idx < files.size() ? files[idx] : QString();
-    QString name;
-    if (entry.isEmpty())
-      name = QStringLiteral("(Deleted)");
-    else if (tab == AudiosTab && cdTitlesKnown_ && cell < cdTitles_.size())
-      // The titles follow the cell's number on the page, not the entry's
-      // number in the list: a second page starts again at the first title.
-      name = cdTitles_[cell];
-    else
-      name = app.AlbumMode ? GetBaseName(entry) : entry;
-    names[cell]->setText(name);
-    AdjustFilename(names[cell]);
-    if (app.ShowPopupData && !entry.isEmpty()) {
-      const QString tip = CellTooltip(tab, idx);
-      icons[cell]->setToolTip(tip);
-      names[cell]->setToolTip(tip);
-    }
-    if (!app.RefitInProgress && currentTab_ == tab) {
-      names[cell]->show();
-      icons[cell]->show();
-      icons[cell]->setFocusPolicy(Qt::StrongFocus);
-    }
-  }
-  state.PageLast = std::min(idx, state.Count - 1);
-  ThumbnailTabs->SetCaption(tab, TabCaption(tab, state.Count));
-}
-
-void Thumbnails::ClearPicturePage() {
-  loader_->Cancel();
-  pendingPictures_ = 0;
-  ShowLoadingMessage(false);
-  const int edge = App().ThumbnailSizeTwips - CellMargin;
-  for (int cell = 0; cell < ThumbImage.size(); ++cell) {
-    NewImage* image = ThumbImage[cell];
-    image->hide();
-    image->setFocusPolicy(Qt::NoFocus);
-    pictureCells_[cell].setSize(QSizeF(edge, edge));
-    image->setGeometry(ToPixels(pictureCells_[cell]));
-    image->setToolTip(QString());
-  }
-  if (!ThumbImage.isEmpty()) {
-    ThumbImage[0]->LoadFile();
-    ThumbImage[0]->Refresh();
-  }
-}
-
-void Thumbnails::ClearVideoPage() { ClearListPage(VideosTab); }
-void Thumbnails::ClearAudioPage() { ClearListPage(AudiosTab); }
-void Thumbnails::ClearDocumentPage() { ClearListPage(DocumentsTab); }
-
-void Thumbnails::ClearListPage(int tab) {
-  const auto& icons = Icons[size_t(tab - 2)];
-  const auto& names = Names[size_t(tab - 2)];
-  for (int cell = 0; cell < icons.size(); ++cell) {
-    names[cell]->hide();
-    icons[cell]->hide();
-    icons[cell]->setFocusPolicy(Qt::NoFocus);
-    icons[cell]->setToolTip(QString());
-    names[cell]->setToolTip(QString());
-  }
-}
-
-void Thumbnails::AdjustFilename(QLabel* label) {
-  if (!label) return;
-  const QFontMetrics metrics(label->font());
-  const auto widthOf = [&metrics](const QString& text) {
-    return twips::FromPixels(metrics.horizontalAdvance(text));
-  };
-  QString text = label->text();
-  int labelWidth = widthOf(text) + 45;
-  if (labelWidth > layout_.NameWidth) labelWidth = layout_.NameWidth;
-  while (!text.isEmpty() && widthOf(text) + 45 > labelWidth) text.chop(1);
-  QRect geometry = label->geometry();
-  geometry.setWidth(std::max(twips::ToPixels(labelWidth), 1));
-  label->setGeometry(geometry);
-  label->setText(text);
 }
 
 // ---- Tabs ----------------------------------------------------------------------
