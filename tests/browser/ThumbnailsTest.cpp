@@ -448,3 +448,23 @@ TEST_F(ThumbnailsTest, CtrlNBringsTheContextMenuOfTheCurrentItem) {
   ASSERT_EQ(actions.count(), 1);
   EXPECT_EQ(actions[0], QVariantList({"MP3", AudiosTab, 1}));
 }
+
+TEST_F(ThumbnailsTest, AMissingDefaultFolderFallsBackToAnEmptyMyMedia) {
+  Thumbnails window;
+  Open(window, testenv::Root() + "/gone");
+  EXPECT_EQ(App().CurrentFolder, App().ProgramFolder + "/MyMedia");
+  EXPECT_EQ(Captions(window),
+            QStringList({"Pictures (0)", "Videos (0)", "Audios (0)", "Documents (0)"}));
+  EXPECT_EQ(window.CountLabel[0]->text(), "0 picture files available");
+  EXPECT_EQ(window.CountLabel[3]->text(), "0 document files available");
+  EXPECT_EQ(window.CurrentTab(), PicturesTab);
+  EXPECT_TRUE(window.ThumbnailSize->isHidden());
+  EXPECT_TRUE(window.Highlight[0]->isHidden());
+  // Keys on an empty tab neither move nor open anything.
+  QSignalSpy opened(&window, &Thumbnails::ItemOpened);
+  window.Form_KeyDown(keys::Return, 0);
+  window.Form_KeyDown(keys::Pause, 0);
+  window.Form_KeyDown(keys::End, 0);
+  EXPECT_EQ(opened.count(), 0);
+  EXPECT_FALSE(window.Tab(PicturesTab).Highlighted);
+}
