@@ -14,7 +14,7 @@ PACKAGES=(
   libxcb1-dev libxcb-ewmh-dev
   libpulse-dev pulseaudio pulseaudio-utils pavucontrol
   libvips-tools imagemagick
-  xvfb xauth
+  xvfb xauth openbox xdotool
 )
 
 missing=()

@@ -4,7 +4,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 Button::Button(QWidget* parent) : SmallControl(parent) { setFocusPolicy(Qt::StrongFocus); }
 
@@ -17,8 +17,8 @@ void Button::SetPicture(const QPixmap& picture) {
   updateGeometry();
   update();
 }
-void Button::SetBackColor(quint32 color) {
-  backColor_ = color;
+void Button::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, SysColor::ButtonFace);
   update();
 }
 
@@ -32,8 +32,9 @@ void Button::paintEvent(QPaintEvent*) {
   const QRect r = rect().adjusted(0, 0, -1, -1);
   painter.fillRect(rect(), ColorFromOle(backColor_));
   const bool down = Pressed() && underMouse();
-  const QColor light = ColorFromOle(0x80000014), shadow = ColorFromOle(0x80000010),
-               dark = ColorFromOle(0x80000015);
+  const QColor light = ColorFromOle(SysColor::ButtonHighlight);
+  const QColor shadow = ColorFromOle(SysColor::ButtonShadow);
+  const QColor dark = ColorFromOle(SysColor::DarkShadow);
   // Raised: light top and left, dark bottom and right; pressed swaps them.
   painter.setPen(down ? dark : light);
   painter.drawLine(r.topLeft(), r.topRight());

@@ -6,6 +6,7 @@
 #include <QPixmap>
 
 #include "controls/SmallControl.h"
+#include "controls/SystemColours.h"
 
 class Button : public SmallControl {
   Q_OBJECT
@@ -16,8 +17,9 @@ class Button : public SmallControl {
   void SetEnabled(bool on);
   QPixmap Picture() const { return picture_; }
   void SetPicture(const QPixmap& picture);
-  quint32 BackColor() const { return backColor_; }
-  void SetBackColor(quint32 color);
+  // Colour numbers; -1 puts back the default.
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
 
   QSize sizeHint() const override;
 
@@ -27,5 +29,5 @@ class Button : public SmallControl {
 
  private:
   QPixmap picture_;
-  quint32 backColor_ = 0x8000000F;
+  OleColor backColor_ = SysColor::ButtonFace;
 };

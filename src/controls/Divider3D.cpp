@@ -4,7 +4,7 @@
 #include <QLayout>
 #include <QPainter>
 
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 Divider3D::Divider3D(QWidget* parent) : QWidget(parent) {
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -40,8 +40,8 @@ bool Divider3D::eventFilter(QObject* watched, QEvent* event) {
 
 void Divider3D::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  painter.setPen(ColorFromOle(0x80000010));
+  painter.setPen(ColorFromOle(SysColor::ButtonShadow));
   painter.drawLine(0, 0, width() - 1, 0);
-  painter.setPen(ColorFromOle(0x80000014));
+  painter.setPen(ColorFromOle(SysColor::ButtonHighlight));
   painter.drawLine(0, 1, width() - 1, 1);
 }

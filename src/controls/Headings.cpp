@@ -3,7 +3,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 namespace {
 constexpr int kInset = 6;
@@ -16,12 +16,12 @@ void Headings::SetFont(const QFont& font) {
   updateGeometry();
   update();
 }
-void Headings::SetForeColor(quint32 color) {
-  foreColor_ = color;
+void Headings::SetForeColor(OleColor color) {
+  foreColor_ = SysColor::OrDefault(color, SysColor::ButtonText);
   update();
 }
-void Headings::SetBackColor(quint32 color) {
-  backColor_ = color;
+void Headings::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, SysColor::ButtonFace);
   update();
 }
 void Headings::SetCaption(const QString& caption) {
@@ -42,8 +42,8 @@ void Headings::paintEvent(QPaintEvent*) {
   painter.setPen(ColorFromOle(foreColor_));
   painter.drawText(rect().adjusted(kInset, 0, -kInset, -2), Qt::AlignLeft | Qt::AlignVCenter,
                    caption_);
-  painter.setPen(ColorFromOle(0x80000010));
+  painter.setPen(ColorFromOle(SysColor::ButtonShadow));
   painter.drawLine(0, height() - 2, width() - 1, height() - 2);
-  painter.setPen(ColorFromOle(0x80000014));
+  painter.setPen(ColorFromOle(SysColor::ButtonHighlight));
   painter.drawLine(0, height() - 1, width() - 1, height() - 1);
 }

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "controls/SmallControl.h"
+#include "controls/SystemColours.h"
 
 class Headings : public SmallControl {
   Q_OBJECT
@@ -14,10 +15,11 @@ class Headings : public SmallControl {
 
   QFont Font() const { return font(); }
   void SetFont(const QFont& font);
-  quint32 ForeColor() const { return foreColor_; }
-  void SetForeColor(quint32 color);
-  quint32 BackColor() const { return backColor_; }
-  void SetBackColor(quint32 color);
+  // Colour numbers; -1 puts back the default.
+  OleColor ForeColor() const { return foreColor_; }
+  void SetForeColor(OleColor color);
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
   QString Caption() const { return caption_; }
   void SetCaption(const QString& caption);
 
@@ -28,7 +30,7 @@ class Headings : public SmallControl {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  quint32 foreColor_ = 0x80000012;
-  quint32 backColor_ = 0x8000000F;
+  OleColor foreColor_ = SysColor::ButtonText;
+  OleColor backColor_ = SysColor::ButtonFace;
   QString caption_;
 };

@@ -1,26 +1,43 @@
 #include "controls/HoverTip.h"
 
-#include <QApplication>
 #include <QCursor>
 #include <QEnterEvent>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QLabel>
+#include <QPainter>
 #include <QScreen>
 #include <QWidget>
 #include <algorithm>
+
+#include "controls/SystemColours.h"
 
 namespace {
 // Fixed room around the text, in pixels, and the distance of the tip below
 // the mouse.
 constexpr int Padding = 3;
 constexpr int BelowMouse = 20;
+
+// The tip's window: the text, with a line in the text colour round the edge
+// of the window, outside the room left about the text.
+class TipWindow : public QLabel {
+ public:
+  TipWindow() : QLabel(nullptr, Qt::ToolTip | Qt::FramelessWindowHint) {}
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    QPainter painter(this);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  }
+};
 }  // namespace
 
 HoverTip::HoverTip(TextSource source, Qt::TextFormat format, QObject* parent)
     : QObject(parent), source_(std::move(source)), format_(format) {
-  const QPalette palette = QApplication::palette();
-  back_ = palette.color(QPalette::ToolTipBase);
-  text_ = palette.color(QPalette::ToolTipText);
+  back_ = ColorFromOle(SysColor::InfoBack);
+  text_ = ColorFromOle(SysColor::InfoText);
   showTimer_.setSingleShot(true);
   hideTimer_.setSingleShot(true);
   connect(&showTimer_, &QTimer::timeout, this, &HoverTip::ShowPending);
@@ -88,7 +105,8 @@ void HoverTip::ApplyLook() {
   palette.setColor(QPalette::Window, back_);
   palette.setColor(QPalette::WindowText, text_);
   window_->setPalette(palette);
-  window_->setContentsMargins(margins_);
+  // One pixel more on each side for the edge line.
+  window_->setContentsMargins(margins_ + QMargins(1, 1, 1, 1));
   window_->setMargin(Padding);
   window_->setWordWrap(maxWidth_ > 0);
   window_->setMaximumWidth(maxWidth_ > 0 ? maxWidth_ : QWIDGETSIZE_MAX);
@@ -111,11 +129,9 @@ void HoverTip::ShowFor(QWidget* control, const QPoint& globalPos) {
     return;
   }
   if (!window_) {
-    window_ = new QLabel(nullptr, Qt::ToolTip | Qt::FramelessWindowHint);
+    window_ = new TipWindow;
     window_->setObjectName("HoverTipWindow");
     window_->setAutoFillBackground(true);
-    window_->setFrameStyle(QFrame::Box | QFrame::Plain);
-    window_->setLineWidth(1);
     window_->setAttribute(Qt::WA_ShowWithoutActivating);
     ApplyLook();
   }

@@ -5,12 +5,13 @@
 #include <cstdlib>
 
 #include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 #include "platform/Twips.h"
 
 Label3D::Label3D(QWidget* parent) : SmallControl(parent) {}
 
-void Label3D::SetBackColor(quint32 color) {
-  backColor_ = color;
+void Label3D::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, SysColor::ButtonFace);
   update();
 }
 void Label3D::SetFont(const QFont& font) {
@@ -29,12 +30,12 @@ void Label3D::SetCaption(const QString& caption) {
   caption_ = caption;
   Refresh();
 }
-void Label3D::SetColor1(quint32 color) {
-  color1_ = color;
+void Label3D::SetColor1(OleColor color) {
+  color1_ = SysColor::OrDefault(color, DefaultColor1);
   update();
 }
-void Label3D::SetColor2(quint32 color) {
-  color2_ = color;
+void Label3D::SetColor2(OleColor color) {
+  color2_ = SysColor::OrDefault(color, DefaultColor2);
   update();
 }
 void Label3D::SetShadowLeft(int twips) {

@@ -7,14 +7,17 @@
 #include <QString>
 
 #include "controls/SmallControl.h"
+#include "controls/SystemColours.h"
 
 class Label3D : public SmallControl {
   Q_OBJECT
  public:
   explicit Label3D(QWidget* parent = nullptr);
 
-  quint32 BackColor() const { return backColor_; }
-  void SetBackColor(quint32 color);
+  // Colour numbers; -1 puts back the default (button face behind, red text
+  // over a black shadow).
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
   QFont Font() const { return font(); }
   void SetFont(const QFont& font);
   // 0 transparent, 1 opaque in BackColor; others become 0.
@@ -25,10 +28,10 @@ class Label3D : public SmallControl {
   void SetBorderStyle(int style);
   QString Caption() const { return caption_; }
   void SetCaption(const QString& caption);
-  quint32 Color1() const { return color1_; }
-  void SetColor1(quint32 color);
-  quint32 Color2() const { return color2_; }
-  void SetColor2(quint32 color);
+  OleColor Color1() const { return color1_; }
+  void SetColor1(OleColor color);
+  OleColor Color2() const { return color2_; }
+  void SetColor2(OleColor color);
   int ShadowLeft() const { return shadowLeft_; }
   void SetShadowLeft(int twips);
   int ShadowTop() const { return shadowTop_; }
@@ -44,18 +47,21 @@ class Label3D : public SmallControl {
   void Refresh();
   QSize sizeHint() const override;
 
+  static constexpr OleColor DefaultColor1 = 0x0000FF;
+  static constexpr OleColor DefaultColor2 = 0x000000;
+
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
   QSize CaptionSize() const;
 
-  quint32 backColor_ = 0x8000000F;
+  OleColor backColor_ = SysColor::ButtonFace;
   int backStyle_ = 0;
   int borderStyle_ = 0;
   QString caption_ = QStringLiteral("3D Label");
-  quint32 color1_ = 255;
-  quint32 color2_ = 0;
+  OleColor color1_ = DefaultColor1;
+  OleColor color2_ = DefaultColor2;
   int shadowLeft_ = 25;
   int shadowTop_ = 25;
   bool autoSize_ = false;

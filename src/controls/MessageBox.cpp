@@ -23,7 +23,7 @@ const QColor FormEdge(128, 128, 128);
 // The close box: a small raised square with a cross, and its pressed look.
 QPixmap DrawCloseBox(int size, bool pressed) {
   QPixmap pixmap(size, size);
-  pixmap.fill(QColor(212, 208, 200));
+  pixmap.fill(ColorFromOle(SysColor::ButtonFace));
   QPainter painter(&pixmap);
   const QColor light = pressed ? QColor(64, 64, 64) : QColor(255, 255, 255);
   const QColor dark = pressed ? QColor(255, 255, 255) : QColor(64, 64, 64);
@@ -169,7 +169,7 @@ void MessageBox::Form_Activate() {
   if (Owner_.KeepOnTop()) SetWindowOnTop(this, true);
 
   if (Owner_.GradientPaint()) {
-    Background->Drawing().BackColor = MsgDefs::ResolveColor(Owner_.BackColorBody());
+    Background->Drawing().BackColor = ColorFromOle(Owner_.BackColorBody());
     Background->ResetPicture();
     const int direction = Owner_.GradientDirection();
     if (direction < 5)
@@ -221,13 +221,13 @@ void MessageBox::PaintHeading(bool active) {
     return;
   HeadingPainted_ = true;
   HeadingActive_ = active;
-  const OleColor color = active ? Owner_.BackColorHeading() : MsgDefs::InactiveCaption;
+  const OleColor color = active ? Owner_.BackColorHeading() : SysColor::InactiveCaption;
   if (!Owner_.SolidColorHeading()) {
     TopHeading->ResetPicture();
     MsgDefs::PaintBandGradient(TopHeading->Drawing(), color, 3, true, active);
   } else {
     TopHeading->ClearPicture();
-    TopHeading->Drawing().BackColor = MsgDefs::ResolveColor(color);
+    TopHeading->Drawing().BackColor = ColorFromOle(color);
   }
   TopHeading->update();
 }

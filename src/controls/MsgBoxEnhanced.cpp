@@ -48,19 +48,19 @@ MsgBoxEnhanced::~MsgBoxEnhanced() {
 }
 
 void MsgBoxEnhanced::SetBackColorBody(OleColor value) {
-  BackColorBody_ = value == MsgDefs::NoColor ? MsgDefs::ButtonFace : value;
+  BackColorBody_ = SysColor::OrDefault(value, SysColor::ButtonFace);
 }
 void MsgBoxEnhanced::SetBackColorButtons(OleColor value) {
-  BackColorButtons_ = value == MsgDefs::NoColor ? MsgDefs::ButtonFace : value;
+  BackColorButtons_ = SysColor::OrDefault(value, SysColor::ButtonFace);
 }
 void MsgBoxEnhanced::SetBackColorHeading(OleColor value) {
-  BackColorHeading_ = value == MsgDefs::NoColor ? MsgDefs::ActiveCaption : value;
+  BackColorHeading_ = SysColor::OrDefault(value, SysColor::ActiveCaption);
 }
 void MsgBoxEnhanced::SetForeColorBody(OleColor value) {
-  ForeColorBody_ = value == MsgDefs::NoColor ? MsgDefs::ButtonText : value;
+  ForeColorBody_ = SysColor::OrDefault(value, SysColor::ButtonText);
 }
 void MsgBoxEnhanced::SetForeColorHeading(OleColor value) {
-  ForeColorHeading_ = value == MsgDefs::NoColor ? MsgDefs::HighlightText : value;
+  ForeColorHeading_ = SysColor::OrDefault(value, SysColor::HighlightText);
 }
 void MsgBoxEnhanced::SetGradientDirection(int value) {
   GradientDirection_ = msgbox::StoredGradientDirection(value);
@@ -97,13 +97,13 @@ qint16 MsgBoxEnhanced::MsgBox(const QString& Prompt, qint16 Buttons, const QStri
   auto* form = new MessageBox(*this);
   Form_ = form;
 
-  SetTextColor(form->TopCaption, MsgDefs::ResolveColor(ForeColorHeading_));
-  form->TopHeading->Drawing().BackColor = MsgDefs::ResolveColor(BackColorHeading_);
-  form->Background->Drawing().BackColor = MsgDefs::ResolveColor(BackColorBody_);
-  SetTextColor(form->MsgText, MsgDefs::ResolveColor(ForeColorBody_));
+  SetTextColor(form->TopCaption, ColorFromOle(ForeColorHeading_));
+  form->TopHeading->Drawing().BackColor = ColorFromOle(BackColorHeading_);
+  form->Background->Drawing().BackColor = ColorFromOle(BackColorBody_);
+  SetTextColor(form->MsgText, ColorFromOle(ForeColorBody_));
   for (QPushButton* button : form->MsgButton) {
     QPalette palette = button->palette();
-    palette.setColor(QPalette::Button, MsgDefs::ResolveColor(BackColorButtons_));
+    palette.setColor(QPalette::Button, ColorFromOle(BackColorButtons_));
     button->setPalette(palette);
   }
 

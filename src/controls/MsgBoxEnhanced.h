@@ -11,7 +11,7 @@
 #include <QtGlobal>
 #include <memory>
 
-#include "controls/MsgDefs.h"
+#include "controls/SystemColours.h"
 
 class MessageBox;
 
@@ -84,11 +84,11 @@ class MsgBoxEnhanced {
   MessageBox* Form() const;
 
  private:
-  OleColor BackColorBody_ = MsgDefs::ButtonFace;
-  OleColor BackColorButtons_ = MsgDefs::ButtonFace;
-  OleColor BackColorHeading_ = MsgDefs::ActiveCaption;
-  OleColor ForeColorBody_ = MsgDefs::ButtonText;
-  OleColor ForeColorHeading_ = MsgDefs::HighlightText;
+  OleColor BackColorBody_ = SysColor::ButtonFace;
+  OleColor BackColorButtons_ = SysColor::ButtonFace;
+  OleColor BackColorHeading_ = SysColor::ActiveCaption;
+  OleColor ForeColorBody_ = SysColor::ButtonText;
+  OleColor ForeColorHeading_ = SysColor::HighlightText;
   bool GradientPaint_ = false;
   qint16 GradientDirection_ = 1;
   int HeadingType_ = 0;

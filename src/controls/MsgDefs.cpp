@@ -1,8 +1,6 @@
 #include "controls/MsgDefs.h"
 
-#include <QApplication>
 #include <QPainter>
-#include <QPalette>
 #include <QWidget>
 #include <QWindow>
 #include <algorithm>
@@ -13,38 +11,6 @@
 namespace MsgDefs {
 
 namespace {
-
-QColor SystemColor(int index) {
-  const QPalette palette = QApplication::palette();
-  switch (index) {
-    case 0: return palette.color(QPalette::Midlight);          // scroll bar
-    case 1: return palette.color(QPalette::Dark);              // desktop
-    case 2: return palette.color(QPalette::Active, QPalette::Highlight);  // active caption
-    case 3: return palette.color(QPalette::Dark);              // inactive caption
-    case 4: return palette.color(QPalette::Window);            // menu
-    case 5: return palette.color(QPalette::Base);              // window
-    case 6: return palette.color(QPalette::Shadow);            // window frame
-    case 7: return palette.color(QPalette::WindowText);        // menu text
-    case 8: return palette.color(QPalette::Text);              // window text
-    case 9: return palette.color(QPalette::HighlightedText);   // caption text
-    case 10:
-    case 11: return palette.color(QPalette::Button);           // borders
-    case 12: return palette.color(QPalette::Dark);             // application workspace
-    case 13: return palette.color(QPalette::Highlight);
-    case 14: return palette.color(QPalette::HighlightedText);
-    case 15: return palette.color(QPalette::Button);           // button face
-    case 16: return palette.color(QPalette::Dark);             // button shadow
-    case 17: return palette.color(QPalette::Disabled, QPalette::Text);  // grey text
-    case 18: return palette.color(QPalette::ButtonText);
-    case 19: return palette.color(QPalette::Light);            // inactive caption text
-    case 20: return palette.color(QPalette::Light);            // button highlight
-    case 21: return palette.color(QPalette::Shadow);
-    case 22: return palette.color(QPalette::Midlight);
-    case 23: return palette.color(QPalette::ToolTipText);
-    case 24: return palette.color(QPalette::ToolTipBase);
-    default: return palette.color(QPalette::Button);
-  }
-}
 
 QColor Clamped(int red, int green, int blue) {
   return QColor(std::clamp(red, 0, 255), std::clamp(green, 0, 255), std::clamp(blue, 0, 255));
@@ -57,26 +23,13 @@ int EdgeToPixels(int twipsValue) {
 
 }  // namespace
 
-QColor ResolveColor(OleColor value) {
-  if (value == NoColor) return QColor();
-  if (value & SystemColorBit) return SystemColor(static_cast<int>(value & 0xFFu));
-  return QColor(static_cast<int>(value & 0xFFu), static_cast<int>((value >> 8) & 0xFFu),
-                static_cast<int>((value >> 16) & 0xFFu));
-}
-
-OleColor ToOleColor(const QColor& color) {
-  if (!color.isValid()) return NoColor;
-  return static_cast<OleColor>(color.red()) | (static_cast<OleColor>(color.green()) << 8) |
-         (static_cast<OleColor>(color.blue()) << 16);
-}
-
 void PaintBandGradient(Surface& surface, OleColor color, int direction, bool lighten,
                        bool alternate) {
-  if (color == NoColor) return;
+  if (color == SysColor::NoColor) return;
   surface.Picture.fill(surface.BackColor);
   if (surface.Picture.isNull()) return;
   if (direction < 1 || direction > 4) direction = 1;
-  const QColor start = ResolveColor(color);
+  const QColor start = ColorFromOle(color);
   int red = start.red(), green = start.green(), blue = start.blue();
 
   const bool alongHeight = direction == 1 || direction == 2;
@@ -117,8 +70,8 @@ void PaintBandGradient(Surface& surface, OleColor color, int direction, bool lig
 }
 
 void PaintPatternGradient(Surface& surface, OleColor color, int direction) {
-  if (color == NoColor) return;
-  const QColor resolved = ResolveColor(color);
+  if (color == SysColor::NoColor) return;
+  const QColor resolved = ColorFromOle(color);
   const QString digits = ColorToDigits(QString::number(ToOleColor(resolved)));
   const int red = digits.mid(0, 3).toInt();
   const int green = digits.mid(3, 3).toInt();

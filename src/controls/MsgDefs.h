@@ -1,31 +1,18 @@
 #pragma once
-// The painting that only the message box uses: its 85-band gradient, its
-// rectangle and circle patterns, and the colour values it is given, which
-// may name a system colour. Also the window helper that keeps a window on top.
+// The painting that only the message box uses: its 85-band gradient and its
+// rectangle and circle patterns, in colours that may name a system colour.
+// Also the window helper that keeps a window on top.
 
 #include <QColor>
 #include <QImage>
 #include <QString>
 #include <QtGlobal>
 
+#include "controls/SystemColours.h"
+
 class QWidget;
 
-// A colour as the program's colour properties hold it: red in the lowest
-// byte, then green, then blue; a value with the top bit set is the index of
-// a system colour in the low byte, and -1 means "the default".
-using OleColor = quint32;
-
 namespace MsgDefs {
-
-inline constexpr OleColor NoColor = 0xFFFFFFFFu;  // -1
-inline constexpr OleColor SystemColorBit = 0x80000000u;
-
-// System colour values the box uses.
-inline constexpr OleColor ActiveCaption = 0x80000002u;
-inline constexpr OleColor InactiveCaption = 0x80000003u;
-inline constexpr OleColor HighlightText = 0x8000000Eu;
-inline constexpr OleColor ButtonFace = 0x8000000Fu;
-inline constexpr OleColor ButtonText = 0x80000012u;
 
 // A drawing surface with retained drawing: the picture it shows and the
 // colour that clearing it leaves.
@@ -33,11 +20,6 @@ struct Surface {
   QImage Picture;
   QColor BackColor{Qt::white};
 };
-
-// The colour a value stands for; system colours come from the desktop's
-// palette. -1 gives an invalid colour.
-QColor ResolveColor(OleColor value);
-OleColor ToOleColor(const QColor& color);
 
 // Clears the surface and paints 85 bands of the colour, each changed by 3
 // per channel from the one before. Directions 1 (from the top) and 2 (from

@@ -3,7 +3,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 namespace {
 constexpr int kMargin = 2;
@@ -17,8 +17,8 @@ void NewLabel::SetCaption(const QString& caption) {
   update();
 }
 
-void NewLabel::SetBackColor(quint32 color) {
-  backColor_ = color;
+void NewLabel::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, SysColor::ButtonFace);
   update();
 }
 

@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "controls/SmallControl.h"
+#include "controls/SystemColours.h"
 
 class NewLabel : public SmallControl {
   Q_OBJECT
@@ -13,8 +14,9 @@ class NewLabel : public SmallControl {
 
   QString Caption() const { return caption_; }
   void SetCaption(const QString& caption);
-  quint32 BackColor() const { return backColor_; }
-  void SetBackColor(quint32 color);
+  // Colour numbers; -1 puts back the default.
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
 
   void Refresh() { update(); }
   // Fits the width to the caption; the height stays.
@@ -28,5 +30,5 @@ class NewLabel : public SmallControl {
 
  private:
   QString caption_;
-  quint32 backColor_ = 0x8000000F;
+  OleColor backColor_ = SysColor::ButtonFace;
 };

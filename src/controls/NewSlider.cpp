@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 namespace {
 constexpr int kThumbWidth = 11;
@@ -31,8 +31,8 @@ void NewSlider::SetMax(int max) {
 
 void NewSlider::SetLargeChange(int change) { largeChange_ = std::max(change, 1); }
 
-void NewSlider::SetBackColor(quint32 color) {
-  backColor_ = color;
+void NewSlider::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, SysColor::ButtonFace);
   update();
 }
 
@@ -124,8 +124,10 @@ void NewSlider::keyPressEvent(QKeyEvent* event) {
 void NewSlider::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), ColorFromOle(backColor_));
-  const QColor light = ColorFromOle(0x80000014), shadow = ColorFromOle(0x80000010),
-               dark = ColorFromOle(0x80000015), face = ColorFromOle(0x8000000F);
+  const QColor light = ColorFromOle(SysColor::ButtonHighlight);
+  const QColor shadow = ColorFromOle(SysColor::ButtonShadow);
+  const QColor dark = ColorFromOle(SysColor::DarkShadow);
+  const QColor face = ColorFromOle(SysColor::ButtonFace);
   if (showBorder_) {
     const QRect r = rect().adjusted(0, 0, -1, -1);
     painter.setPen(shadow);

@@ -6,6 +6,7 @@
 // and End to the ends; these, and a new Value set in code, raise Change.
 
 #include "controls/SmallControl.h"
+#include "controls/SystemColours.h"
 
 class NewSlider : public SmallControl {
   Q_OBJECT
@@ -21,8 +22,9 @@ class NewSlider : public SmallControl {
   // Below 1 becomes 1.
   int LargeChange() const { return largeChange_; }
   void SetLargeChange(int change);
-  quint32 BackColor() const { return backColor_; }
-  void SetBackColor(quint32 color);
+  // Colour numbers; -1 puts back the default.
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
   // The thumb: 0 a block, 1 a block pointing down, 2 round; others become 0.
   int SliderShape() const { return sliderShape_; }
   void SetSliderShape(int shape);
@@ -59,7 +61,7 @@ class NewSlider : public SmallControl {
   int value_ = 0;
   int max_ = 100;
   int largeChange_ = 1;
-  quint32 backColor_ = 0x8000000F;
+  OleColor backColor_ = SysColor::ButtonFace;
   int sliderShape_ = 0;
   bool scrolling_ = false;
   bool showBorder_ = true;

@@ -1,6 +1,5 @@
 #include "controls/NewTabControl.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,6 +7,7 @@
 #include <QPolygon>
 #include <QRegion>
 
+#include "controls/SystemColours.h"
 #include "controls/TabStripLayout.h"
 #include "platform/Twips.h"
 
@@ -76,7 +76,7 @@ void NewTabControl::SetFont(const QFont& font) {
 
 QColor NewTabControl::ForeColor() const {
   if (!enabled_) return QColor();
-  return foreColor_.isValid() ? foreColor_ : QApplication::palette().color(QPalette::ButtonText);
+  return foreColor_.isValid() ? foreColor_ : ColorFromOle(SysColor::ButtonText);
 }
 
 void NewTabControl::SetForeColor(const QColor& color) {
@@ -88,7 +88,7 @@ void NewTabControl::SetForeColor(const QColor& color) {
 
 QColor NewTabControl::BackColor() const {
   if (!enabled_) return QColor();
-  return backColor_.isValid() ? backColor_ : QApplication::palette().color(QPalette::Button);
+  return backColor_.isValid() ? backColor_ : ColorFromOle(SysColor::ButtonFace);
 }
 
 void NewTabControl::SetBackColor(const QColor& color) {
@@ -166,8 +166,7 @@ void NewTabControl::ApplyOutline() {
 }
 
 void NewTabControl::ApplyLabelColours() {
-  const QColor text = foreColor_.isValid() ? foreColor_
-                                           : QApplication::palette().color(QPalette::ButtonText);
+  const QColor text = foreColor_.isValid() ? foreColor_ : ColorFromOle(SysColor::ButtonText);
   for (QLabel* label : labels_) {
     QPalette palette = label->palette();
     palette.setColor(QPalette::Active, QPalette::WindowText, text);
@@ -186,8 +185,7 @@ void NewTabControl::paintEvent(QPaintEvent*) {
 
   // The surface: plain back colour, or bands of grey from 80 at the top to
   // 238 at the strip.
-  painter.fillRect(rect(), backColor_.isValid() ? backColor_
-                                                : QApplication::palette().color(QPalette::Button));
+  painter.fillRect(rect(), backColor_.isValid() ? backColor_ : ColorFromOle(SysColor::ButtonFace));
   if (gradient_) {
     const int step = tabstrip::RoundedDivide(ht - tabstrip::StripHeight, 158);
     int y = 45;

@@ -1,8 +1,6 @@
 #include "controls/PaintRoutines.h"
 
-#include <QApplication>
 #include <QPainter>
-#include <QPalette>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -42,35 +40,6 @@ QPixmap CaptureWindow(QWidget* window, bool client, int left, int top, int width
   Q_UNUSED(client);
   if (!window || width <= 0 || height <= 0) return QPixmap();
   return window->grab(QRect(left, top, width, height));
-}
-
-QColor ColorFromOle(quint32 value) {
-  if (value & 0x80000000u) {
-    const QPalette palette = QApplication::palette();
-    switch (value & 0xFFu) {
-      case 0x00: return palette.color(QPalette::Window);           // scroll bars
-      case 0x01: return palette.color(QPalette::Window);           // desktop
-      case 0x04: return palette.color(QPalette::Window);           // menu
-      case 0x05: return palette.color(QPalette::Base);             // window
-      case 0x06: return palette.color(QPalette::WindowText);       // window frame
-      case 0x07: return palette.color(QPalette::WindowText);       // menu text
-      case 0x08: return palette.color(QPalette::Text);             // window text
-      case 0x0D: return palette.color(QPalette::Highlight);
-      case 0x0E: return palette.color(QPalette::HighlightedText);
-      case 0x0F: return palette.color(QPalette::Button);           // button face
-      case 0x10: return palette.color(QPalette::Dark);             // button shadow
-      case 0x11: return palette.color(QPalette::Disabled, QPalette::Text);
-      case 0x12: return palette.color(QPalette::ButtonText);
-      case 0x14: return palette.color(QPalette::Light);            // highlight edge
-      case 0x15: return palette.color(QPalette::Shadow);           // dark shadow
-      case 0x16: return palette.color(QPalette::Midlight);
-      case 0x17: return palette.color(QPalette::ToolTipText);
-      case 0x18: return palette.color(QPalette::ToolTipBase);
-      default: return palette.color(QPalette::Window);
-    }
-  }
-  return QColor(static_cast<int>(value & 0xFF), static_cast<int>((value >> 8) & 0xFF),
-                static_cast<int>((value >> 16) & 0xFF));
 }
 
 QCursor CursorForMousePointer(int pointer, const QPixmap& mouseIcon) {

@@ -6,6 +6,10 @@
 #include <QPixmap>
 #include <QtGlobal>
 
+// The controls that paint with these routines take their colours as colour
+// numbers.
+#include "controls/SystemColours.h"
+
 class QPainter;
 class QWidget;
 
@@ -24,11 +28,6 @@ void PaintFormGradient(QPainter& painter, const QSize& sizePixels, int red, int 
 // rectangle. A widget has no frame of its own to capture here, so the
 // client flag changes nothing.
 QPixmap CaptureWindow(QWidget* window, bool client, int left, int top, int width, int height);
-
-// The colour of a colour property: 0x00BBGGRR, or, with the high bit set
-// (0x8000000F), an entry of the system's colours, taken from the palette
-// (0x0F button face, 0x12 button text, 0x05 window, 0x08 window text, ...).
-QColor ColorFromOle(quint32 value);
 
 // The mouse pointer of a control's MousePointer number: 0 the default,
 // 1 arrow, 2 cross, 3 I-beam, 5 and 15 size all, 6 to 9 the sizing arrows,

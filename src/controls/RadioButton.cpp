@@ -6,6 +6,7 @@
 #include <QPainter>
 
 #include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 #include "controls/SmallControl.h"
 #include "platform/Twips.h"
 
@@ -51,14 +52,15 @@ void RadioButton::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   const QRect circle = CircleRect();
   const bool enabled = isEnabled();
-  const QColor face = pressed_ || !enabled ? ColorFromOle(0x8000000F) : QColor(Qt::white);
+  const QColor face =
+      pressed_ || !enabled ? ColorFromOle(SysColor::ButtonFace) : QColor(Qt::white);
   painter.setBrush(face);
   if (appearance_ == 1) {
     // Sunken: dark above and to the left, light below and to the right.
-    painter.setPen(QPen(ColorFromOle(0x80000010), 1));
+    painter.setPen(QPen(ColorFromOle(SysColor::ButtonShadow), 1));
     painter.drawEllipse(circle);
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(ColorFromOle(0x80000014), 1));
+    painter.setPen(QPen(ColorFromOle(SysColor::ButtonHighlight), 1));
     painter.drawArc(circle, -135 * 16, 180 * 16);
   } else {
     painter.setPen(QPen(QColor(Qt::black), 1));
@@ -67,7 +69,7 @@ void RadioButton::paintEvent(QPaintEvent*) {
   if (value_) {
     const int dot = std::max(circle.width() * 2 / 5, 2);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(enabled ? QColor(Qt::black) : ColorFromOle(0x80000011));
+    painter.setBrush(enabled ? QColor(Qt::black) : ColorFromOle(SysColor::GrayText));
     painter.drawEllipse(QRectF(circle).center(), dot / 2.0, dot / 2.0);
   }
   if (hasFocus()) {

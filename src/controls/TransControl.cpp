@@ -7,6 +7,7 @@
 #include <QPainter>
 
 #include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
 
@@ -39,13 +40,13 @@ void TransControl::SetAppearance(int appearance) {
   ApplyLook();
 }
 
-void TransControl::SetBackColor(quint32 color) {
-  backColor_ = color;
+void TransControl::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, DefaultBackColor);
   ApplyLook();
 }
 
-void TransControl::SetForeColor(quint32 color) {
-  foreColor_ = color;
+void TransControl::SetForeColor(OleColor color) {
+  foreColor_ = SysColor::OrDefault(color, DefaultForeColor);
   ApplyLook();
 }
 
@@ -126,11 +127,15 @@ void TransControl::SetInner(QWidget* inner) {
 void TransControl::ApplyLook() {
   ApplyMousePointer(this, mousePointer_, mouseIcon_);
   if (inner_) {
+    // The fore colour for the enabled states only: a disabled control keeps
+    // the grey text of its kind.
     QPalette palette = inner_->palette();
     const QColor fore = ColorFromOle(foreColor_);
-    palette.setColor(QPalette::WindowText, fore);
-    palette.setColor(QPalette::ButtonText, fore);
-    palette.setColor(QPalette::Text, fore);
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+      palette.setColor(group, QPalette::WindowText, fore);
+      palette.setColor(group, QPalette::ButtonText, fore);
+      palette.setColor(group, QPalette::Text, fore);
+    }
     inner_->setPalette(palette);
     inner_->setFont(Font());
     ApplyMousePointer(inner_, mousePointer_, mouseIcon_);

@@ -15,6 +15,7 @@
 #include <QWidget>
 
 #include "controls/SmallControl.h"
+#include "controls/SystemColours.h"
 
 class TransControl : public QWidget {
   Q_OBJECT
@@ -32,11 +33,12 @@ class TransControl : public QWidget {
   // 0 flat, 1 three-dimensional; other values become 1.
   int Appearance() const { return appearance_; }
   void SetAppearance(int appearance);
-  // Colours as 0x00BBGGRR or system colours (high bit set).
-  quint32 BackColor() const { return backColor_; }
-  void SetBackColor(quint32 color);
-  quint32 ForeColor() const { return foreColor_; }
-  void SetForeColor(quint32 color);
+  // Colour numbers: 0x00BBGGRR or system colours (high bit set); -1 puts
+  // back the default.
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
+  OleColor ForeColor() const { return foreColor_; }
+  void SetForeColor(OleColor color);
 
   QFont Font() const;
   void SetFont(const QFont& font);
@@ -70,8 +72,8 @@ class TransControl : public QWidget {
   // A short note on the control, in a window that does not hold the program.
   void DisplayAboutBox();
 
-  static constexpr quint32 DefaultBackColor = 0x8000000F;
-  static constexpr quint32 DefaultForeColor = 0x80000012;
+  static constexpr OleColor DefaultBackColor = SysColor::ButtonFace;
+  static constexpr OleColor DefaultForeColor = SysColor::ButtonText;
 
  signals:
   void Click();
@@ -109,8 +111,8 @@ class TransControl : public QWidget {
   bool captionGiven_ = false;
   int backStyle_ = 0;
   int appearance_ = 1;
-  quint32 backColor_ = DefaultBackColor;
-  quint32 foreColor_ = DefaultForeColor;
+  OleColor backColor_ = DefaultBackColor;
+  OleColor foreColor_ = DefaultForeColor;
   bool fontBold_ = false, fontItalic_ = false, fontUnderline_ = false;
   bool fontStrikethru_ = false, fontTransparent_ = true;
   double fontSize_ = 0;

@@ -4,7 +4,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 namespace {
 constexpr int kCaptionInset = 8;  // pixels from the side to the caption
@@ -48,16 +48,15 @@ void TransFrame::paintEvent(QPaintEvent* event) {
     // An etched line: a dark line with a light one beside it, broken where
     // the caption stands.
     painter.setClipRegion(QRegion(rect()).subtracted(caption));
-    painter.setPen(ColorFromOle(0x80000010));
+    painter.setPen(ColorFromOle(SysColor::ButtonShadow));
     painter.drawRect(box);
-    painter.setPen(ColorFromOle(0x80000014));
+    painter.setPen(ColorFromOle(SysColor::ButtonHighlight));
     painter.drawRect(box.translated(1, 1));
     painter.setClipping(false);
   }
   if (!caption.isEmpty()) {
     painter.setFont(Font());
-    painter.setPen(isEnabled() ? ColorFromOle(ForeColor())
-                               : palette().color(QPalette::Disabled, QPalette::WindowText));
+    painter.setPen(ColorFromOle(isEnabled() ? ForeColor() : SysColor::GrayText));
     painter.drawText(caption, Qt::AlignCenter, Caption());
   }
 }

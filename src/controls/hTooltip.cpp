@@ -1,11 +1,10 @@
 #include "controls/hTooltip.h"
 
-#include <QApplication>
 #include <QLabel>
 #include <QWidget>
 
 #include "controls/HoverTip.h"
-#include "controls/PaintRoutines.h"
+#include "controls/SystemColours.h"
 
 namespace {
 
@@ -13,8 +12,11 @@ constexpr int DefaultInitial = 500;
 constexpr int DefaultAutoPop = 5000;
 constexpr int DefaultReshow = 100;
 
-quint32 OleOf(const QColor& color) {
-  return quint32(color.red()) | (quint32(color.green()) << 8) | (quint32(color.blue()) << 16);
+// A colour given as a number, where a negative number or -1 as an unsigned
+// 32-bit value stands for the default.
+OleColor ColourOrDefault(qint64 color, OleColor defaultColor) {
+  if (color < 0 || color > 0xFFFFFFFFLL) return defaultColor;
+  return SysColor::OrDefault(static_cast<OleColor>(color), defaultColor);
 }
 
 QString PlainLines(const QString& text) {
@@ -63,21 +65,19 @@ void hTooltip::RemoveTool(QWidget* control) {
 
 quint32 hTooltip::BackColor() const {
   if (!Created()) return 0;
-  return OleOf(tip_->BackColor());
+  return ToOleColor(tip_->BackColor());
 }
 
 void hTooltip::SetBackColor(qint64 color) {
   if (!Created()) return;
-  tip_->SetBackColor(color < 0 ? QApplication::palette().color(QPalette::ToolTipBase)
-                                  : ColorFromOle(quint32(color)));
+  tip_->SetBackColor(ColorFromOle(ColourOrDefault(color, SysColor::InfoBack)));
 }
 
 quint32 hTooltip::TxtColor() const { return 0; }
 
 void hTooltip::SetTxtColor(qint64 color) {
   if (!Created()) return;
-  tip_->SetTextColor(color < 0 ? QApplication::palette().color(QPalette::ToolTipText)
-                               : ColorFromOle(quint32(color)));
+  tip_->SetTextColor(ColorFromOle(ColourOrDefault(color, SysColor::InfoText)));
 }
 
 void hTooltip::SetDelayTime(int which, int milliseconds) {

@@ -32,7 +32,8 @@ class hTooltip : public QObject {
   bool AddTool(QWidget* control, const QString& text);
   void RemoveTool(QWidget* control);
 
-  // Colours as 0x00BBGGRR; -1 puts back the desktop's tooltip colour.
+  // Colour numbers (0x00BBGGRR, or a system colour); -1 puts back the
+  // desktop's tooltip colours.
   quint32 BackColor() const;
   void SetBackColor(qint64 color);
   // Reading the text colour gives nothing of use: always 0.

@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <QImage>
+
+#include "controls/Button.h"
+#include "controls/Headings.h"
+#include "controls/Label3D.h"
+#include "controls/MessageBox.h"
+#include "controls/MsgBoxEnhanced.h"
+#include "controls/NewLabel.h"
+#include "controls/NewSlider.h"
+#include "controls/SystemColours.h"
+#include "controls/TransCheck.h"
+#include "controls/hTooltip.h"
+#include "support/MessageBoxAnswer.h"
+
+namespace {
+
+QColor PixelOf(QWidget* widget, QPoint at) { return widget->grab().toImage().pixelColor(at); }
+
+// What a colour property reads after it was given a colour and then -1.
+template <class Control>
+OleColor AfterMinusOne(void (Control::*set)(OleColor), OleColor (Control::*get)() const) {
+  Control control;
+  (control.*set)(0x00123456);
+  (control.*set)(0xFFFFFFFF);
+  return (control.*get)();
+}
+#define AFTER_MINUS_ONE(Control, Property) \
+  AfterMinusOne<Control>(&Control::Set##Property, &Control::Property)
+
+}  // namespace
+
+TEST(SystemColours, NumbersHoldRedInTheLowByteThenGreenThenBlue) {
+  EXPECT_EQ(ColorFromOle(0x000000FF), QColor(255, 0, 0));
+  EXPECT_EQ(ColorFromOle(0x00FF8000), QColor(0, 128, 255));
+  EXPECT_EQ(ColorFromOle(0x00000000), QColor(0, 0, 0));
+  EXPECT_EQ(ToOleColor(QColor(255, 0, 0)), 0x000000FFu);
+  EXPECT_EQ(ToOleColor(QColor(0, 128, 255)), 0x00FF8000u);
+  EXPECT_EQ(ToOleColor(QColor(0x12, 0x34, 0x56)), 0x00563412u);
+  // -1 is no colour either way.
+  EXPECT_FALSE(ColorFromOle(0xFFFFFFFF).isValid());
+  EXPECT_EQ(ToOleColor(QColor()), 0xFFFFFFFFu);
+  // A system colour is read from the palette, never as blue-green-red.
+  EXPECT_NE(ColorFromOle(0x80000002), QColor(2, 0, 0));
+  // An index beyond the table is the button face.
+  EXPECT_EQ(ColorFromOle(0x800000FF), ColorFromOle(0x8000000F));
+}
+
+TEST(SystemColours, ActiveCaptionIsOneColourInTheMessageBoxALabelAndAButton) {
+  const QColor expected = ColorFromOle(0x80000002);
+  ASSERT_TRUE(expected.isValid());
+
+  NewLabel label;
+  label.resize(40, 20);
+  label.SetBackColor(0x80000002);
+  EXPECT_EQ(PixelOf(&label, QPoint(30, 10)), expected);
+
+  Button button;
+  button.resize(40, 30);
+  button.SetBackColor(0x80000002);
+  EXPECT_EQ(PixelOf(&button, QPoint(20, 15)), expected);
+
+  Headings heading;
+  heading.resize(60, 24);
+  heading.SetBackColor(0x80000002);
+  EXPECT_EQ(PixelOf(&heading, QPoint(58, 4)), expected);
+
+  MsgBoxEnhanced* box = CreateMsgBox();
+  box->SetSoundBeep(false);
+  box->SetGradientPaint(false);
+  box->SetBackColorBody(0x80000002);
+  QColor body;
+  testenv::WhenMessageBoxShown([&](MessageBox& form) {
+    body = PixelOf(form.Background, QPoint(3, 3));
+    form.Unload();
+  });
+  box->MsgBox("Ready.", 0, "Colours");
+  ReleaseMsgBox();
+  EXPECT_EQ(body, expected);
+}
+
+TEST(SystemColours, MinusOnePutsBackEachColourSettersDefault) {
+  EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, ForeColorBody), 0x80000012u);
+  EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, BackColorButtons), 0x8000000Fu);
+  EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, ForeColorHeading), 0x8000000Eu);
+  EXPECT_EQ(AFTER_MINUS_ONE(NewLabel, BackColor), 0x8000000Fu);
+  EXPECT_EQ(AFTER_MINUS_ONE(Label3D, Color1), 0x000000FFu);
+  EXPECT_EQ(AFTER_MINUS_ONE(Label3D, Color2), 0x00000000u);
+  EXPECT_EQ(AFTER_MINUS_ONE(Headings, ForeColor), 0x80000012u);
+  EXPECT_EQ(AFTER_MINUS_ONE(NewSlider, BackColor), 0x8000000Fu);
+  EXPECT_EQ(AFTER_MINUS_ONE(TransCheck, ForeColor), 0x80000012u);
+  EXPECT_EQ(AFTER_MINUS_ONE(TransCheck, BackColor), 0x8000000Fu);
+
+  // The tooltip takes -1 as a signed or an unsigned number.
+  QWidget form;
+  hTooltip fresh, tips;
+  fresh.Create(&form);
+  tips.Create(&form);
+  for (const qint64 none : {qint64(-1), qint64(0xFFFFFFFF)}) {
+    tips.SetBackColor(0x00FFCC00);
+    EXPECT_EQ(tips.BackColor(), 0x00FFCC00u);
+    tips.SetBackColor(none);
+    EXPECT_EQ(tips.BackColor(), fresh.BackColor()) << none;
+  }
+}
