@@ -45,32 +45,21 @@ bool KeptInUri(unsigned char c) {
   return false;
 }
 
-// What a picture is right now: the time it was last changed (whole seconds)
-// and its length. Invalid when it cannot be read.
-struct PictureStamp {
-  bool Valid = false;
-  qint64 MTime = 0;
-  qint64 Size = 0;
-};
-
-PictureStamp StampOf(const QString& path) {
-  PictureStamp stamp;
-  const QFileInfo info(path);
-  if (!info.exists() || !info.isFile()) return stamp;
-  const QDateTime modified = info.fileTime(QFileDevice::FileModificationTime);
-  if (!modified.isValid()) return stamp;
-  stamp.Valid = true;
-  stamp.MTime = modified.toSecsSinceEpoch();
-  stamp.Size = info.size();
-  return stamp;
+// The whole seconds of a time in milliseconds, as the cache writes them.
+qint64 WholeSeconds(qint64 milliseconds) {
+  return milliseconds >= 0 ? milliseconds / 1000 : -((-milliseconds + 999) / 1000);
 }
 
-bool MatchesStamp(const QString& uriText, const QString& mtimeText, const QString& uri,
-                  const PictureStamp& stamp) {
-  if (uriText != uri) return false;
+bool MatchesStamp(const QImage& entry, const QString& uri, const PictureStamp& stamp) {
+  if (entry.text(UriKey) != uri) return false;
   bool number = false;
-  const qint64 mtime = mtimeText.trimmed().toLongLong(&number);
-  return number && mtime == stamp.MTime;
+  const qint64 mtime = entry.text(MTimeKey).trimmed().toLongLong(&number);
+  if (!number || mtime != WholeSeconds(stamp.MTimeMs)) return false;
+  // The length is left out by some programs; when it is there, it counts.
+  const QString sizeText = entry.text(SizeKey).trimmed();
+  if (sizeText.isEmpty()) return true;
+  const qint64 size = sizeText.toLongLong(&number);
+  return number && size == stamp.Size;
 }
 
 // Makes each missing folder from the cache's root down to folder, private.
@@ -100,7 +89,7 @@ void WriteStamped(const QString& target, QImage image, const QString& uri, const
   const QString folder = QFileInfo(target).absolutePath();
   if (!MakePrivateFolder(folder)) return;
   image.setText(UriKey, uri);
-  image.setText(MTimeKey, QString::number(stamp.MTime));
+  image.setText(MTimeKey, QString::number(WholeSeconds(stamp.MTimeMs)));
   image.setText(SizeKey, QString::number(stamp.Size));
   if (originalSize.isValid() && !originalSize.isEmpty()) {
     image.setText(WidthKey, QString::number(originalSize.width()));
@@ -131,7 +120,7 @@ bool ReadStamped(const QString& file, const QString& uri, const PictureStamp& st
   if (size.width() > MaxCachedEdge || size.height() > MaxCachedEdge) return false;
   QImage read;
   if (!reader.read(&read) || read.isNull()) return false;
-  if (!MatchesStamp(read.text(UriKey), read.text(MTimeKey), uri, stamp)) return false;
+  if (!MatchesStamp(read, uri, stamp)) return false;
   image = read;
   return true;
 }
@@ -141,7 +130,28 @@ bool IsInsideCache(const QString& absolutePath) {
   return absolutePath.startsWith(root);
 }
 
+// The picture as it is now, when it is still as it was before its decode;
+// else invalid. The cache's own files are never entered: their thumbnails
+// would only feed on themselves.
+PictureStamp UnchangedStamp(const QString& absolutePath, const PictureStamp& before) {
+  if (!before.Valid || IsInsideCache(absolutePath)) return PictureStamp();
+  const PictureStamp now = ReadPictureStamp(absolutePath);
+  return now == before ? now : PictureStamp();
+}
+
 }  // namespace
+
+PictureStamp ReadPictureStamp(const QString& path) {
+  PictureStamp stamp;
+  const QFileInfo info(AbsoluteClean(path));
+  if (!info.exists() || !info.isFile()) return stamp;
+  const QDateTime modified = info.fileTime(QFileDevice::FileModificationTime);
+  if (!modified.isValid()) return stamp;
+  stamp.Valid = true;
+  stamp.MTimeMs = modified.toMSecsSinceEpoch();
+  stamp.Size = info.size();
+  return stamp;
+}
 
 int ThumbnailCacheSize(int cellPixels) {
   return cellPixels <= NormalThumbnailSize ? NormalThumbnailSize : LargeThumbnailSize;
@@ -188,7 +198,8 @@ QString FailureRecordPath(const QString& path) {
 bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSize& originalSize) {
   const QString absolute = AbsoluteClean(path);
   QImage read;
-  if (!ReadStamped(ThumbnailPath(absolute, cellPixels), ThumbnailUri(absolute), StampOf(absolute), read))
+  if (!ReadStamped(ThumbnailPath(absolute, cellPixels), ThumbnailUri(absolute), ReadPictureStamp(absolute),
+                   read))
     return false;
   const int width = read.text(WidthKey).toInt();
   const int height = read.text(HeightKey).toInt();
@@ -197,12 +208,11 @@ bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSi
   return true;
 }
 
-void StoreThumbnail(const QString& path, int cellPixels, const QImage& image, const QSize& originalSize) {
+void StoreThumbnail(const QString& path, int cellPixels, const QImage& image, const QSize& originalSize,
+                    const PictureStamp& before) {
   if (image.isNull()) return;
   const QString absolute = AbsoluteClean(path);
-  // Thumbnails of the cache's own files would only feed on themselves.
-  if (IsInsideCache(absolute)) return;
-  const PictureStamp stamp = StampOf(absolute);
+  const PictureStamp stamp = UnchangedStamp(absolute, before);
   if (!stamp.Valid) return;
   const int edge = ThumbnailCacheSize(cellPixels);
   QImage thumbnail = image;
@@ -214,13 +224,12 @@ void StoreThumbnail(const QString& path, int cellPixels, const QImage& image, co
 bool IsRecordedFailure(const QString& path) {
   const QString absolute = AbsoluteClean(path);
   QImage read;
-  return ReadStamped(FailureRecordPath(absolute), ThumbnailUri(absolute), StampOf(absolute), read);
+  return ReadStamped(FailureRecordPath(absolute), ThumbnailUri(absolute), ReadPictureStamp(absolute), read);
 }
 
-void RecordFailure(const QString& path) {
+void RecordFailure(const QString& path, const PictureStamp& before) {
   const QString absolute = AbsoluteClean(path);
-  if (IsInsideCache(absolute)) return;
-  const PictureStamp stamp = StampOf(absolute);
+  const PictureStamp stamp = UnchangedStamp(absolute, before);
   if (!stamp.Valid) return;
   QImage mark(1, 1, QImage::Format_ARGB32);
   mark.fill(Qt::transparent);

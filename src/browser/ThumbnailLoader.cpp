@@ -27,7 +27,8 @@ QSize OriginalPictureSize(const QString& path, const QImage& decoded) {
 
 }  // namespace
 
-ThumbnailResult MakeThumbnail(const ThumbnailRequest& request, int cellPixels) {
+ThumbnailResult MakeThumbnail(const ThumbnailRequest& request, int cellPixels,
+                              const std::function<bool()>& stillWanted) {
   ThumbnailResult result;
   result.Cell = request.Cell;
   result.Path = request.Path;
@@ -41,27 +42,37 @@ ThumbnailResult MakeThumbnail(const ThumbnailRequest& request, int cellPixels) {
   }
   Decodes().fetch_add(1, std::memory_order_relaxed);
   const int edge = ThumbnailCacheSize(cellPixels);
+  // The stamp is taken before the decode: a picture that changes meanwhile
+  // (still being copied in, say) leaves nothing in the cache.
+  const PictureStamp before = ReadPictureStamp(request.Path);
   QImage picture;
-  if (!LoadMediaPicture(request.Path, picture, QSize(edge, edge))) {
-    RecordFailure(request.Path);
+  const DecodeOutcome outcome = DecodeMediaPicture(request.Path, picture, QSize(edge, edge), stillWanted);
+  if (outcome != DecodeOutcome::Decoded) {
+    // Only a refusal by the decoder is the file's own; an unreadable file,
+    // a missing helper, a time-out or want of memory may pass.
+    if (IsDefiniteFailure(outcome)) RecordFailure(request.Path, before);
     result.Image = picture;
     return result;
   }
   result.OriginalSize = OriginalPictureSize(request.Path, picture);
-  StoreThumbnail(request.Path, cellPixels, picture, result.OriginalSize);
+  StoreThumbnail(request.Path, cellPixels, picture, result.OriginalSize, before);
   result.Image = picture;
   result.Ok = true;
   return result;
 }
 
+int ThumbnailWorkerCount(int processors) { return qBound(2, processors, 4); }
+
 ThumbnailLoader::ThumbnailLoader(QObject* parent) : QObject(parent), workers_(new QThreadPool(this)) {
   qRegisterMetaType<ThumbnailResult>();
-  workers_->setMaxThreadCount(qMax(2, QThread::idealThreadCount()));
+  workers_->setMaxThreadCount(ThumbnailWorkerCount(QThread::idealThreadCount()));
 }
 
 ThumbnailLoader::~ThumbnailLoader() {
   Cancel();
   // Workers post to this object: none may be left running when it goes.
+  // The cancel has made each running decode give up (a helper is killed),
+  // so this wait is short.
   workers_->waitForDone();
 }
 
@@ -81,8 +92,9 @@ void ThumbnailLoader::Start(const QVector<ThumbnailRequest>& requests, int cellP
     // The pool runs its queue first in, first out: the page fills from its
     // first cell.
     workers_->start([this, page, index, request, cellPixels] {
-      if (page_.load() != page) return;
-      const ThumbnailResult result = MakeThumbnail(request, cellPixels);
+      const auto stillWanted = [this, page] { return page_.load() == page; };
+      if (!stillWanted()) return;
+      const ThumbnailResult result = MakeThumbnail(request, cellPixels, stillWanted);
       if (page_.load() != page) return;
       QMetaObject::invokeMethod(
           this, [this, page, index, result] { Deliver(page, index, result); }, Qt::QueuedConnection);

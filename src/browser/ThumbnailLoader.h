@@ -4,7 +4,10 @@
 // still fill in turn while the window stays responsive. Each picture comes
 // from the thumbnail cache when it holds a fresh copy; a picture known to
 // fail is not tried again; anything else is decoded at reduced size and the
-// result kept in the cache for the next visit.
+// result kept in the cache for the next visit. Two to four pictures are
+// worked on at once, and a page that is left stops its work at once: a
+// metafile helper still drawing for it is killed, so neither the next page
+// nor the end of the program waits for it.
 
 #include <QImage>
 #include <QMetaType>
@@ -13,6 +16,7 @@
 #include <QString>
 #include <QVector>
 #include <atomic>
+#include <functional>
 #include <map>
 
 class QThreadPool;
@@ -35,15 +39,25 @@ struct ThumbnailResult {
 Q_DECLARE_METATYPE(ThumbnailResult)
 
 // The work for one picture, done on the calling thread: the cache, then the
-// record of failures, then the decoder (whose result or failure is then
-// recorded in the cache).
-ThumbnailResult MakeThumbnail(const ThumbnailRequest& request, int cellPixels);
+// record of failures, then the decoder. A result is kept in the cache, and
+// a failure recorded only when the decoder refused the file; neither when
+// the picture changed while it was decoded. stillWanted, when given, is
+// asked while a metafile's helper runs; once it answers false the helper is
+// killed and nothing is kept.
+ThumbnailResult MakeThumbnail(const ThumbnailRequest& request, int cellPixels,
+                              const std::function<bool()>& stillWanted = {});
+
+// How many pictures a loader works on at once on a machine of the given
+// number of processors: as many, but at least 2 and at most 4 (each holds a
+// decoded picture, and a metafile helper, in memory).
+int ThumbnailWorkerCount(int processors);
 
 class ThumbnailLoader : public QObject {
   Q_OBJECT
  public:
   explicit ThumbnailLoader(QObject* parent = nullptr);
-  // Drops what is queued and waits for the pictures being worked on.
+  // Drops what is queued and waits for the pictures being worked on, whose
+  // metafile helpers are killed.
   ~ThumbnailLoader() override;
 
   // Starts a new page: cancels whatever of an earlier page is still queued
@@ -53,7 +67,8 @@ class ThumbnailLoader : public QObject {
   // that is done first waiting for those before it; then Finished. Signals
   // always come from the event loop, never from within Start.
   void Start(const QVector<ThumbnailRequest>& requests, int cellPixels);
-  // Drops the page in hand: no further Ready or Finished for it.
+  // Drops the page in hand: no further Ready or Finished for it. Returns at
+  // once; the pictures being worked on for it stop within a moment.
   void Cancel();
   // True from Start until the page's Finished (or Cancel).
   bool Busy() const;

@@ -110,10 +110,12 @@ QImage DecodeRaster(const QString& path, const QSize& fitInto) {
   return ReadWith(reader, fitInto);
 }
 
-QImage DecodeMetafile(const QString& path, const QSize& fitInto) {
-  QImage picture;
-  if (!platform::DecodeMetafile(path, fitInto, picture)) return QImage();
-  return picture;
+// A plain file this process can open for reading; else no decoder is
+// asked, and the failure is not the file's content.
+bool IsReadableFile(const QString& path) {
+  if (!QFileInfo(path).isFile()) return false;
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly);
 }
 
 QImage DrawnInvalidImage() {
@@ -129,9 +131,9 @@ QImage DrawnInvalidImage() {
   return image;
 }
 
-bool Fail(QImage& picture) {
+DecodeOutcome Fail(QImage& picture, DecodeOutcome outcome) {
   picture = InvalidImagePicture();
-  return false;
+  return outcome;
 }
 
 }  // namespace
@@ -146,7 +148,15 @@ const QImage& InvalidImagePicture() {
 }
 
 bool LoadMediaPicture(const QString& path, QImage& picture, const QSize& fitInto) {
+  return DecodeMediaPicture(path, picture, fitInto) == DecodeOutcome::Decoded;
+}
+
+bool IsDefiniteFailure(DecodeOutcome outcome) { return outcome == DecodeOutcome::NotAPicture; }
+
+DecodeOutcome DecodeMediaPicture(const QString& path, QImage& picture, const QSize& fitInto,
+                                 const std::function<bool()>& stillWanted) {
   PrepareDecoders();
+  if (!IsReadableFile(path)) return Fail(picture, DecodeOutcome::Unreadable);
   const QString kind = GetFileExtension(path).left(3);
   QImage decoded;
   // Photographs, web pictures, scans and paintbrush pictures go straight
@@ -160,15 +170,16 @@ bool LoadMediaPicture(const QString& path, QImage& picture, const QSize& fitInto
     // without its end marker and tries a raster file a second time after
     // an error. A metafile gets one go: the helper's failures repeat, and
     // a second time-out would only double the wait.
-    if (!IsValidJpegEnd(path)) return Fail(picture);
+    if (!IsValidJpegEnd(path)) return Fail(picture, DecodeOutcome::NotAPicture);
     if (kind == "wmf" || kind == "emf") {
-      decoded = DecodeMetafile(path, fitInto);
+      const DecodeOutcome outcome = platform::DecodeMetafile(path, fitInto, decoded, stillWanted);
+      if (outcome != DecodeOutcome::Decoded) return Fail(picture, outcome);
     } else {
       decoded = DecodeRaster(path, fitInto);
       if (decoded.isNull()) decoded = DecodeRaster(path, fitInto);
     }
   }
-  if (decoded.isNull()) return Fail(picture);
+  if (decoded.isNull()) return Fail(picture, DecodeOutcome::NotAPicture);
   picture = decoded;
-  return true;
+  return DecodeOutcome::Decoded;
 }

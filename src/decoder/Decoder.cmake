@@ -21,6 +21,7 @@ find_library(EMF2SVG_LIBRARY emf2svg REQUIRED)
 add_executable(vistrel-decode
   ${CMAKE_SOURCE_DIR}/src/decoder/main.cpp
   ${CMAKE_SOURCE_DIR}/src/decoder/Fit.cpp
+  ${CMAKE_SOURCE_DIR}/src/decoder/MemoryWatch.cpp
   ${CMAKE_SOURCE_DIR}/src/decoder/WmfRenderer.cpp
   ${CMAKE_SOURCE_DIR}/src/decoder/EmfRenderer.cpp)
 target_include_directories(vistrel-decode PRIVATE ${CMAKE_SOURCE_DIR}/src)

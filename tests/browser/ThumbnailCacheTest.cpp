@@ -39,6 +39,15 @@ void MoveMTime(const QString& path, int seconds) {
                                QFileDevice::FileModificationTime));
 }
 
+// Gives the picture new content of another length, under the time it had.
+void ChangeLengthOnly(const QString& path, int length) {
+  const QDateTime modified = QFileInfo(path).fileTime(QFileDevice::FileModificationTime);
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(QByteArray(length, 'q'));
+  ASSERT_TRUE(file.setFileTime(modified, QFileDevice::FileModificationTime));
+}
+
 }  // namespace
 
 TEST(ThumbnailCacheTest, UriNameAndFolderAreThoseTheDesktopUses) {
@@ -73,7 +82,8 @@ TEST(ThumbnailCacheTest, UriNameAndFolderAreThoseTheDesktopUses) {
 
 TEST(ThumbnailCacheTest, StoredThumbnailReadsBackUntilThePictureChanges) {
   const QString picture = MakePicture(QString::fromUtf8("Grüße; \"Sommer\".jpg"), 1234);
-  StoreThumbnail(picture, 92, Filled(300, 150, qRgb(10, 200, 30)), QSize(6000, 3000));
+  StoreThumbnail(picture, 92, Filled(300, 150, qRgb(10, 200, 30)), QSize(6000, 3000),
+                 ReadPictureStamp(picture));
 
   const QString stored = ThumbnailPath(picture, 92);
   EXPECT_EQ(PermissionsOf(stored), OwnerOnlyFile);
@@ -102,7 +112,7 @@ TEST(ThumbnailCacheTest, StoredThumbnailReadsBackUntilThePictureChanges) {
   // A changed picture makes the entry stale; storing it again makes it fresh.
   MoveMTime(picture, 5);
   EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
-  StoreThumbnail(picture, 92, Filled(300, 150, 0), QSize(6000, 3000));
+  StoreThumbnail(picture, 92, Filled(300, 150, 0), QSize(6000, 3000), ReadPictureStamp(picture));
   EXPECT_TRUE(ReadCachedThumbnail(picture, 92, image, original));
   QFile::remove(picture);
   EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
@@ -110,7 +120,7 @@ TEST(ThumbnailCacheTest, StoredThumbnailReadsBackUntilThePictureChanges) {
   // A small picture is stored as it is; without an original size the
   // thumbnail's own size stands for it.
   const QString small = MakePicture("small.png");
-  StoreThumbnail(small, 200, Filled(40, 30, qRgb(1, 2, 3)), QSize());
+  StoreThumbnail(small, 200, Filled(40, 30, qRgb(1, 2, 3)), QSize(), ReadPictureStamp(small));
   ASSERT_TRUE(ReadCachedThumbnail(small, 200, image, original));
   EXPECT_EQ(image.size(), QSize(40, 30));
   EXPECT_EQ(original, QSize(40, 30));
@@ -126,7 +136,7 @@ TEST(ThumbnailCacheTest, CorruptOrForeignEntryIsAMiss) {
   testenv::MakeFile(entry, "this is no PNG file");
   EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
 
-  StoreThumbnail(picture, 92, Filled(120, 90, qRgb(200, 0, 0)), QSize(1200, 900));
+  StoreThumbnail(picture, 92, Filled(120, 90, qRgb(200, 0, 0)), QSize(1200, 900), ReadPictureStamp(picture));
   QFile file(entry);
   ASSERT_TRUE(file.open(QIODevice::ReadOnly));
   const QByteArray whole = file.readAll();
@@ -137,14 +147,14 @@ TEST(ThumbnailCacheTest, CorruptOrForeignEntryIsAMiss) {
   // Without a stamp, and stamped for another file.
   ASSERT_TRUE(Filled(20, 20, 0).save(entry, "png"));
   EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
-  StoreThumbnail(other, 92, Filled(20, 20, 0), QSize());
+  StoreThumbnail(other, 92, Filled(20, 20, 0), QSize(), ReadPictureStamp(other));
   QFile::remove(entry);
   ASSERT_TRUE(QFile::copy(ThumbnailPath(other, 92), entry));
   EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
   EXPECT_TRUE(image.isNull());
 
   // Storing replaces whatever was there.
-  StoreThumbnail(picture, 92, Filled(120, 90, qRgb(200, 0, 0)), QSize(1200, 900));
+  StoreThumbnail(picture, 92, Filled(120, 90, qRgb(200, 0, 0)), QSize(1200, 900), ReadPictureStamp(picture));
   ASSERT_TRUE(ReadCachedThumbnail(picture, 92, image, original));
   EXPECT_EQ(original, QSize(1200, 900));
 }
@@ -152,7 +162,7 @@ TEST(ThumbnailCacheTest, CorruptOrForeignEntryIsAMiss) {
 TEST(ThumbnailCacheTest, FailureIsRecordedUntilThePictureChanges) {
   const QString picture = MakePicture("broken.jpg");
   EXPECT_FALSE(IsRecordedFailure(picture));
-  RecordFailure(picture);
+  RecordFailure(picture, ReadPictureStamp(picture));
   EXPECT_TRUE(IsRecordedFailure(picture));
   EXPECT_EQ(PermissionsOf(FailureRecordPath(picture)), OwnerOnlyFile);
   EXPECT_EQ(PermissionsOf(ThumbnailFolder() + "/fail/vistrel"), OwnerOnlyFolder);
@@ -167,6 +177,71 @@ TEST(ThumbnailCacheTest, FailureIsRecordedUntilThePictureChanges) {
   testenv::MakeFile(FailureRecordPath(picture), QByteArray("\x89PNG\r\n\x1a\n broken", 16));
   EXPECT_FALSE(IsRecordedFailure(picture));
   const QString gone = testenv::Root() + "/pictures/gone.jpg";
-  RecordFailure(gone);
+  RecordFailure(gone, ReadPictureStamp(gone));
   EXPECT_FALSE(QFileInfo::exists(FailureRecordPath(gone)));
+}
+
+TEST(ThumbnailCacheTest, LengthCountsWhereItIsRecorded) {
+  const QString picture = MakePicture("scan.jpg", 1000);
+  QImage image;
+  QSize original;
+  StoreThumbnail(picture, 92, Filled(64, 48, qRgb(9, 9, 9)), QSize(640, 480), ReadPictureStamp(picture));
+  RecordFailure(picture, ReadPictureStamp(picture));
+  ASSERT_TRUE(ReadCachedThumbnail(picture, 92, image, original));
+  ASSERT_TRUE(IsRecordedFailure(picture));
+  ChangeLengthOnly(picture, 1500);
+  EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
+  EXPECT_FALSE(IsRecordedFailure(picture));
+
+  // An entry written by a program that leaves the length out goes by the
+  // URI and the time; one with a length that differs is stale.
+  const QString mtime =
+      QString::number(QFileInfo(picture).fileTime(QFileDevice::FileModificationTime).toSecsSinceEpoch());
+  QImage foreign = Filled(32, 24, qRgb(1, 2, 3));
+  foreign.setText("Thumb::URI", ThumbnailUri(picture));
+  foreign.setText("Thumb::MTime", mtime);
+  ASSERT_TRUE(foreign.save(ThumbnailPath(picture, 92), "png"));
+  ASSERT_TRUE(ReadCachedThumbnail(picture, 92, image, original));
+  EXPECT_EQ(original, QSize(32, 24));
+  foreign.setText("Thumb::Size", "1000");
+  ASSERT_TRUE(foreign.save(ThumbnailPath(picture, 92), "png"));
+  EXPECT_FALSE(ReadCachedThumbnail(picture, 92, image, original));
+  foreign.setText("Thumb::Size", "1500");
+  ASSERT_TRUE(foreign.save(ThumbnailPath(picture, 92), "png"));
+  EXPECT_TRUE(ReadCachedThumbnail(picture, 92, image, original));
+}
+
+TEST(ThumbnailCacheTest, PictureChangedDuringItsDecodeLeavesNothing) {
+  // Still being copied in: longer after the decode than before it.
+  const QString growing = MakePicture("growing.jpg", 1000);
+  PictureStamp before = ReadPictureStamp(growing);
+  ASSERT_TRUE(before.Valid);
+  EXPECT_EQ(before.Size, 1000);
+  {
+    QFile file(growing);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write(QByteArray(500, 'p'));
+  }
+  StoreThumbnail(growing, 92, Filled(64, 48, qRgb(128, 128, 128)), QSize(640, 480), before);
+  RecordFailure(growing, before);
+  EXPECT_FALSE(QFileInfo::exists(ThumbnailPath(growing, 92)));
+  EXPECT_FALSE(QFileInfo::exists(FailureRecordPath(growing)));
+
+  // Rewritten to the same length: the time tells.
+  const QString rewritten = MakePicture("rewritten.jpg", 1000);
+  before = ReadPictureStamp(rewritten);
+  MoveMTime(rewritten, 3);
+  StoreThumbnail(rewritten, 92, Filled(64, 48, 0), QSize(), before);
+  RecordFailure(rewritten, before);
+  EXPECT_FALSE(QFileInfo::exists(ThumbnailPath(rewritten, 92)));
+  EXPECT_FALSE(QFileInfo::exists(FailureRecordPath(rewritten)));
+
+  // Missing before the decode, there after it.
+  const QString late = testenv::Root() + "/pictures/late.jpg";
+  before = ReadPictureStamp(late);
+  EXPECT_FALSE(before.Valid);
+  MakePicture("late.jpg");
+  StoreThumbnail(late, 92, Filled(64, 48, 0), QSize(), before);
+  EXPECT_FALSE(QFileInfo::exists(ThumbnailPath(late, 92)));
+  EXPECT_FALSE(QDir(ThumbnailFolder()).exists());
 }

@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -7,11 +8,13 @@
 #include <QFileInfo>
 #include <QImageWriter>
 #include <QRandomGenerator>
+#include <QTest>
 #include <QTimer>
 
 #include "browser/ThumbnailCache.h"
 #include "browser/ThumbnailLoader.h"
 #include "catalogue/MediaPicture.h"
+#include "platform/MetafileDecoder.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -81,7 +84,49 @@ QList<int> CellsOf(const QVector<ThumbnailResult>& results) {
   return cells;
 }
 
+// Tests that put a stand-in for the metafile helper in place.
+class ThumbnailHelperTest : public testing::Test {
+ protected:
+  void TearDown() override {
+    platform::SetDecoderFolder(QString());
+    platform::SetDecoderTimeLimit(5000);
+  }
+  // The stand-in: a shell script of the given body; "$last" is the file.
+  void UseFakeHelper(const QByteArray& body) {
+    const QString folder = testenv::Root() + "/fakehelper";
+    const QString path =
+        testenv::MakeFile(folder + "/vistrel-decode", "#!/bin/sh\nfor last; do :; done\n" + body + "\n");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    platform::SetDecoderFolder(folder);
+  }
+  // A stand-in that notes its process number in pids, then hangs.
+  QString UseHangingHelper() {
+    const QString pids = testenv::Root() + "/helper.pids";
+    UseFakeHelper("echo $$ >> '" + pids.toUtf8() + "'; exec sleep 30");
+    platform::SetDecoderTimeLimit(60000);
+    return pids;
+  }
+};
+
+QList<qint64> PidsIn(const QString& path) {
+  QList<qint64> pids;
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return pids;
+  for (const QByteArray& line : file.readAll().split('\n'))
+    if (!line.trimmed().isEmpty()) pids << line.trimmed().toLongLong();
+  return pids;
+}
+
+// A process that has not ended, or ended without being reaped.
+bool Exists(qint64 pid) { return QFileInfo::exists(QStringLiteral("/proc/%1").arg(pid)); }
+
 }  // namespace
+
+TEST(ThumbnailLoaderTest, TwoToFourWorkers) {
+  EXPECT_EQ(ThumbnailWorkerCount(1), 2);
+  EXPECT_EQ(ThumbnailWorkerCount(3), 3);
+  EXPECT_EQ(ThumbnailWorkerCount(64), 4);
+}
 
 TEST(ThumbnailLoaderTest, ResultsArriveInPageOrderAndTheSecondVisitDecodesNothing) {
   // A big photograph first: the small pictures after it are done long
@@ -94,7 +139,6 @@ TEST(ThumbnailLoaderTest, ResultsArriveInPageOrderAndTheSecondVisitDecodesNothin
                          testenv::MakeFile(Folder() + "/broken.jpg", QByteArray(3000, 'x')),
                          CopyFixture("picture.ico", "picture.ico")};
   ThumbnailLoader loader;
-  EXPECT_GE(loader.WorkerCount(), 2);
   Received received;
   Record(loader, received);
   ThumbnailLoader::ResetDecodeCount();
@@ -206,4 +250,87 @@ TEST(ThumbnailLoaderTest, EmptyPageFinishesFromTheEventLoop) {
   EXPECT_EQ(received.Finished, 1);
   EXPECT_TRUE(received.Results.isEmpty());
   EXPECT_FALSE(loader.Busy());
+}
+
+TEST_F(ThumbnailHelperTest, OnlyTheDecodersRefusalIsRecorded) {
+  const QByteArray grow = "printf x >> \"$last\"; ";
+  const QByteArray drawn = "cat '" + (testenv::DataFolder() + "/pictures/picture.png").toUtf8() + "'";
+  platform::SetDecoderTimeLimit(300);
+  const struct {
+    const char* Name;
+    QByteArray Helper;
+    bool Ok, Stored, Recorded;
+  } cases[] = {
+      {"drawn.wmf", drawn, true, true, false},
+      {"refused.wmf", "exit 1", false, false, true},
+      {"crashed.wmf", "kill -SEGV $$", false, false, true},
+      // Changed while it was drawn: shown, but neither kept nor recorded.
+      {"grown.wmf", grow + drawn, true, false, false},
+      {"grown and refused.wmf", grow + "exit 1", false, false, false},
+      // Failures that may pass.
+      {"unreadable.wmf", "exit 2", false, false, false},
+      {"out of memory.wmf", "exit 3", false, false, false},
+      {"killed.wmf", "kill -KILL $$", false, false, false},
+      {"timed out.wmf", "exec sleep 30", false, false, false},
+  };
+  for (const auto& c : cases) {
+    UseFakeHelper(c.Helper);
+    const QString path = CopyFixture("picture.wmf", c.Name);
+    const ThumbnailResult result = MakeThumbnail({3, path}, 92);
+    EXPECT_EQ(result.Cell, 3) << c.Name;
+    EXPECT_EQ(result.Ok, c.Ok) << c.Name;
+    EXPECT_EQ(result.Image.size(), c.Ok ? QSize(32, 24) : QSize(32, 32)) << c.Name;
+    EXPECT_EQ(QFileInfo::exists(ThumbnailPath(path, 92)), c.Stored) << c.Name;
+    EXPECT_EQ(QFileInfo::exists(FailureRecordPath(path)), c.Recorded) << c.Name;
+    EXPECT_EQ(IsRecordedFailure(path), c.Recorded) << c.Name;
+  }
+  // No helper at all, and a missing picture.
+  platform::SetDecoderFolder(testenv::Root() + "/nowhere");
+  const QString helperless = CopyFixture("picture.wmf", "helperless.wmf");
+  const QString gone = Folder() + "/gone.png";
+  for (const QString& path : {helperless, gone}) {
+    EXPECT_FALSE(MakeThumbnail({0, path}, 92).Ok);
+    EXPECT_FALSE(QFileInfo::exists(FailureRecordPath(path))) << path.toStdString();
+  }
+  // A picture this process may not read (a test run by root reads anything).
+  if (::geteuid() != 0) {
+    const QString locked = CopyFixture("picture.png", "locked.png");
+    QFile::setPermissions(locked, QFileDevice::WriteOwner);
+    EXPECT_FALSE(MakeThumbnail({0, locked}, 92).Ok);
+    EXPECT_FALSE(QFileInfo::exists(FailureRecordPath(locked)));
+  }
+}
+
+TEST_F(ThumbnailHelperTest, LeavingAPageKillsItsHelpers) {
+  const QString pids = UseHangingHelper();
+  // More hanging metafiles than workers: every worker is held by one.
+  QStringList hanging;
+  for (int i = 0; i < 4; ++i) hanging << CopyFixture("picture.wmf", QString("hangs%1.wmf").arg(i));
+  const QStringList next{CopyFixture("picture.png", "next.png"), CopyFixture("picture.gif", "next.gif")};
+  {
+    ThumbnailLoader loader;
+    Received received;
+    Record(loader, received);
+    loader.Start(Requests(hanging), 92);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return PidsIn(pids).size() == loader.WorkerCount(); }));
+    const QList<qint64> first = PidsIn(pids);
+
+    // The next page: the helpers of the page left are killed, not waited
+    // for, and the new page fills.
+    loader.Start(Requests(next), 92);
+    for (const qint64 pid : first)
+      EXPECT_TRUE(QTest::qWaitFor([pid] { return !Exists(pid); }, 20000)) << pid;
+    WaitForPage(loader);
+    EXPECT_EQ(PathsOf(received.Results), next);
+    EXPECT_EQ(received.Finished, 1);
+    EXPECT_EQ(PidsIn(pids).size(), first.size());
+
+    // Closing with helpers at work.
+    QFile::remove(pids);
+    loader.Start(Requests(hanging), 92);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return PidsIn(pids).size() == loader.WorkerCount(); }));
+  }
+  for (const qint64 pid : PidsIn(pids)) EXPECT_FALSE(Exists(pid)) << pid;
+  // Nothing was recorded for the pictures left.
+  for (const QString& path : hanging) EXPECT_FALSE(QFileInfo::exists(FailureRecordPath(path)));
 }
