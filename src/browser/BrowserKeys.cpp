@@ -102,7 +102,9 @@ int ThumbnailSizeAfterEnter(double value, int boxHeightTwips) {
   // The highest size that fits is worked out in whole twips, so that it is
   // exact rather than an inch fraction multiplied back.
   const int fitsTwips = boxHeightTwips - 270;
-  if (value > fitsTwips / 1440.0) return std::max(fitsTwips, int(ThumbnailSizeMinimum * 1440));
+  // A box too low for half an inch still takes a cell of its own height;
+  // only a size of nothing at all is refused.
+  if (value > fitsTwips / 1440.0) return std::max(fitsTwips, 1);
   return int(std::floor(value * 1440));
 }
 

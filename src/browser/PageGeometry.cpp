@@ -19,8 +19,7 @@ PageLayout LayOutPage(int widthTwips, int heightTwips, int thumbnailTwips) {
   l.Box = QRect(l.Tabs.left(), l.Scroll.top(), std::max(l.Scroll.left() - l.Tabs.left(), 0),
                 scrollHeight);
   l.CountTop = tabBottom - CountAbove;
-  l.PositionLabelX = tabRight - PositionGroupLeft;
-  l.PositionNumberX = tabRight - PositionLabelLeft + 1200;
+  l.PositionLabelX = tabRight - PositionLabelLeft;
   l.SeparatorX = l.Tabs.left() + l.Tabs.width() / 2 - 30;
 
   const int thumbnail = std::max(thumbnailTwips, CellMargin + 15);
@@ -35,6 +34,10 @@ PageLayout LayOutPage(int widthTwips, int heightTwips, int thumbnailTwips) {
   l.NameWidth = std::max(l.SeparatorX - l.FirstNameLeft - NameMargin, 0);
   l.SecondColumnLeft = l.SeparatorX + 30 + FirstCellLeft - 60;
   return l;
+}
+
+int SizeGroupLeft(const PageLayout& layout, int groupWidth) {
+  return layout.Tabs.left() + (layout.Tabs.width() - groupWidth - SizeGroupMargin) / 2;
 }
 
 QRect PictureCellRect(const PageLayout& layout, int cell) {

@@ -21,11 +21,16 @@ inline constexpr int ScrollGap = 180;
 inline constexpr int ScrollShortfall = 1095;
 inline constexpr int ScrollWidth = 255;
 // The bottom strip: labels this far above the tab control's bottom, and the
-// position group this far left of its right edge.
+// position label this far left of its right edge.
 inline constexpr int CountAbove = 795;
 inline constexpr int PositionLabelLeft = 3240;
-inline constexpr int PositionGroupLeft = 3525;
 inline constexpr int LabelHeightMargin = 15;
+// Width of the position label and of the position box, and the gap between.
+inline constexpr int PositionLabelWidth = 1200;
+inline constexpr int PositionBoxWidth = 1215;
+inline constexpr int LabelGap = 60;
+// Taken from the room before the size group is centred in it.
+inline constexpr int SizeGroupMargin = 75;
 // A cell is the thumbnail size less this, both ways; cells stand this far
 // apart.
 inline constexpr int CellMargin = 60;
@@ -54,7 +59,6 @@ struct PageLayout {
   QRect Box;         // the room of one page: where cells may stand
   int CountTop = 0;  // top of the count, position and size labels
   int PositionLabelX = 0;
-  int PositionNumberX = 0;
   int SeparatorX = 0;
   int CellEdge = 0;  // width and height of an empty picture cell
   int PictureColumns = 1;
@@ -71,6 +75,10 @@ struct PageLayout {
 // size. Every count is at least 1, so that a very small window still has a
 // page.
 PageLayout LayOutPage(int widthTwips, int heightTwips, int thumbnailTwips);
+
+// Left edge of the thumbnail size group (label, box and unit) of the given
+// width: centred under the tab control.
+int SizeGroupLeft(const PageLayout& layout, int groupWidth);
 
 // Where picture cell i of a page stands (its empty square), row after row.
 QRect PictureCellRect(const PageLayout& layout, int cell);

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "browser/CellIcons.h"
+#include "browser/LoadingMessage.h"
 #include "browser/PageTexts.h"
 #include "browser/ThumbnailLoader.h"
 #include "controls/BalloonHelp.h"
@@ -33,34 +34,6 @@
 #include "shell/WindowRegistry.h"
 
 using namespace pagegeometry;
-
-namespace {
-
-// The small window that says the pictures of a page are being decoded: a
-// white gradient with one line of text, centred on the browser.
-class LoadingBox : public QWidget {
- public:
-  explicit LoadingBox(QWidget* parent) : QWidget(parent) {
-    setObjectName("LoadingMessage");
-    setAttribute(Qt::WA_TransparentForMouseEvents);
-    resize(twips::ToPixels(3300), twips::ToPixels(600));
-  }
-
- protected:
-  void paintEvent(QPaintEvent*) override {
-    QPainter painter(this);
-    QLinearGradient gradient(0, 0, 0, height());
-    gradient.setColorAt(0, Qt::white);
-    gradient.setColorAt(1, QColor(225, 225, 225));
-    painter.fillRect(rect(), gradient);
-    painter.setPen(QColor(120, 120, 120));
-    painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    painter.setPen(Qt::black);
-    painter.drawText(rect(), Qt::AlignCenter, "Loading Thumbnails");
-  }
-};
-
-}  // namespace
 
 Thumbnails::Thumbnails(QWidget* parent) : QWidget(parent) {
   setObjectName("Thumbnails");
@@ -153,7 +126,7 @@ void Thumbnails::MakeControls() {
     Highlight[i]->setAttribute(Qt::WA_TransparentForMouseEvents);
     Highlight[i]->hide();
   }
-  LoadingMessage = new LoadingBox(this);
+  LoadingMessage = new ::LoadingMessage(this);
   LoadingMessage->hide();
 }
 
@@ -211,30 +184,34 @@ void Thumbnails::PlaceControls() {
   ThumbnailTabs->setGeometry(twips::ToPixels(l.Tabs));
   ThumbnailTabs->lower();
   const int textHeight = twips::FromPixels(fontMetrics().height()) + LabelHeightMargin * 2;
-  const int tabRight = l.Tabs.left() + l.Tabs.width();
   for (size_t i = 0; i < TabCount; ++i) {
     VScroll[i]->setGeometry(twips::ToPixels(l.Scroll));
     CountLabel[i]->setGeometry(
         twips::ToPixels(QRectF(l.Tabs.left() + FirstCellLeft, l.CountTop, 4200, textHeight)));
     PositionLabel[i]->setGeometry(
-        twips::ToPixels(QRectF(l.PositionLabelX, l.CountTop, 1200, textHeight)));
-    PositionNumber[i]->setGeometry(
-        twips::ToPixels(QRectF(l.PositionLabelX + 1260, l.CountTop - 30, 1215, textHeight + 60)));
+        twips::ToPixels(QRectF(l.PositionLabelX, l.CountTop, PositionLabelWidth, textHeight)));
+    PositionNumber[i]->setGeometry(twips::ToPixels(
+        QRectF(l.PositionLabelX + PositionLabelWidth + LabelGap, l.CountTop - 30, PositionBoxWidth,
+               textHeight + 60)));
   }
-  // The size group stands centred in the room between the count and the
-  // position group.
-  const int groupWidth = 1700 + 60 + 900 + 60 + 700;
-  const int room = l.PositionLabelX - (l.Tabs.left() + FirstCellLeft);
-  const int left = l.Tabs.left() + FirstCellLeft + std::max((room - groupWidth - 75) / 2, 0) + 2100;
-  const int groupLeft = std::min(left, std::max(tabRight - groupWidth, 0));
-  SizeLabel->setGeometry(twips::ToPixels(QRectF(groupLeft, l.CountTop, 1700, textHeight)));
+  // The size group: its labels as wide as their texts, the whole centred.
+  const auto textWidth = [this](const QLabel* label) {
+    return twips::FromPixels(label->fontMetrics().horizontalAdvance(label->text())) + 45;
+  };
+  const int sizeLabelWidth = textWidth(SizeLabel);
+  const int inchLabelWidth = textWidth(InchLabel);
+  const int sizeBoxWidth = 900;
+  const int groupLeft =
+      SizeGroupLeft(l, sizeLabelWidth + LabelGap + sizeBoxWidth + LabelGap + inchLabelWidth);
+  SizeLabel->setGeometry(
+      twips::ToPixels(QRectF(groupLeft, l.CountTop, sizeLabelWidth, textHeight)));
+  const int boxLeft = groupLeft + sizeLabelWidth + LabelGap;
   ThumbnailSize->setGeometry(
-      twips::ToPixels(QRectF(groupLeft + 1760, l.CountTop - 30, 900, textHeight + 60)));
-  InchLabel->setGeometry(twips::ToPixels(QRectF(groupLeft + 2720, l.CountTop, 700, textHeight)));
+      twips::ToPixels(QRectF(boxLeft, l.CountTop - 30, sizeBoxWidth, textHeight + 60)));
+  InchLabel->setGeometry(twips::ToPixels(
+      QRectF(boxLeft + sizeBoxWidth + LabelGap, l.CountTop, inchLabelWidth, textHeight)));
   Separator->setGeometry(twips::ToPixels(QRectF(l.SeparatorX, l.Box.top(), 45, l.Box.height())));
-  if (LoadingMessage)
-    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
-                         (height() - LoadingMessage->height()) / 2);
+  if (LoadingMessage) LoadingMessage->Centre();
 }
 
 void Thumbnails::EnsureCells(int tab, int count) {
@@ -291,9 +268,7 @@ void Thumbnails::EnsureCells(int tab, int count) {
 
 void Thumbnails::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  if (LoadingMessage)
-    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
-                         (height() - LoadingMessage->height()) / 2);
+  if (LoadingMessage) LoadingMessage->Centre();
 }
 
 // ---- Loading and listing -------------------------------------------------------
@@ -344,6 +319,8 @@ void Thumbnails::ChangeDirectory() {
     Windows().Unload("SingleImage");
   }
   HideHighlight();
+  // The tab strip stays out of reach while the lists are rebuilt.
+  ThumbnailTabs->hide();
   for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
     const size_t i = size_t(tab - 1);
     Tab(tab).Count = 0;
@@ -384,6 +361,8 @@ void Thumbnails::ChangeDirectory() {
     SetCurrentTab(tab);
     QCoreApplication::processEvents();
   }
+  ThumbnailTabs->show();
+  ThumbnailTabs->lower();
 }
 
 void Thumbnails::SetCurrentTab(int tab) {
@@ -418,9 +397,13 @@ void Thumbnails::VScroll_Change(int index, int value) {
     ThumbnailTabs->SetCaption(index, TabCaption(index, 0));
     ClearPage(index);
   } else {
+    // A cell of this tab that had the keys hands them to the first cell of
+    // the new page, which becomes the current item.
+    const bool hadFocus = CellTabOf(QApplication::focusWidget()) == index;
     state.PageStart = qint32(value) * state.PageSize;
     FillPage(index);
     CurrentIndex(index) = state.PageFirst;
+    if (hadFocus) FocusCell(index, 0);
   }
   QApplication::restoreOverrideCursor();
 }
@@ -485,19 +468,36 @@ void Thumbnails::ThumbnailTabs_Click(int previous, int current) {
 void Thumbnails::MoveCellsAside(int current) {
   // The four sets of cells share one area: those of the other tabs are
   // hidden and out of the focus chain; those of the tab in front show as
-  // far as its page is filled.
+  // far as its page is filled. The focus leaves a cell before it hides, and
+  // every cell is out of the chain before any hides, so that the focus is
+  // not handed along the cells, making each current in turn.
+  if (CellTabOf(QApplication::focusWidget()) != 0) ParkFocus();
   for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
     const TabState& state = Tab(tab);
-    const int cells = CellCount(tab);
-    for (int cell = 0; cell < cells; ++cell) {
-      QWidget* widget = Cell(tab, cell);
-      QLabel* name = Name(tab, cell);
+    for (int cell = 0; cell < CellCount(tab); ++cell) {
       const bool filled = tab == current && state.Count > 0 && state.PageFirst + cell <= state.PageLast;
-      widget->setVisible(filled);
-      widget->setFocusPolicy(filled ? Qt::StrongFocus : Qt::NoFocus);
-      if (name) name->setVisible(filled);
+      Cell(tab, cell)->setFocusPolicy(filled ? Qt::StrongFocus : Qt::NoFocus);
     }
   }
+  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
+    const TabState& state = Tab(tab);
+    for (int cell = 0; cell < CellCount(tab); ++cell) {
+      const bool filled = tab == current && state.Count > 0 && state.PageFirst + cell <= state.PageLast;
+      Cell(tab, cell)->setVisible(filled);
+      if (QLabel* name = Name(tab, cell)) name->setVisible(filled);
+    }
+  }
+}
+
+int Thumbnails::CellTabOf(const QWidget* widget) const {
+  if (!widget || widget->parentWidget() != this) return 0;
+  const QVariant tab = widget->property("vistrelTab");
+  return tab.isValid() ? tab.toInt() : 0;
+}
+
+void Thumbnails::ParkFocus() {
+  // The window itself holds the keys until a cell takes them again.
+  setFocus(Qt::OtherFocusReason);
 }
 
 int Thumbnails::CellCount(int tab) const {
@@ -521,87 +521,6 @@ QRectF Thumbnails::CellTwips(int tab, int cell) const {
   if (tab == PicturesTab)
     return cell >= 0 && cell < pictureCells_.size() ? pictureCells_[cell] : QRectF();
   return IconCellRect(layout_, cell);
-}
-
-// ---- Activation, help and the wheel ------------------------------------------
-
-void Thumbnails::Form_Activate() {
-  AppState& app = App();
-  Windows().Unload("RenameFile");
-  if (!app.RefitInProgress) {
-    if (!app.RefitDone) {
-      for (const char* name : {"SingleImage", "SingleVideo", "SingleAudio", "AlbumEdit",
-                               "OptionsEntry", "SelectionSort", "FindFiles"})
-        if (QWidget* window = Windows().Find(name)) window->showMinimized();
-    } else {
-      app.RefitDone = false;
-    }
-  }
-  HideHighlight();
-  VScroll[size_t(currentTab_ - 1)]->SetMouseWheel(true);
-  app.CurrentForm = this;
-  LoadHelp();
-  // Each activation of the browser starts the main window's watch, which
-  // makes the first-run offers.
-  if (MainForm* main = Windows().Get<MainForm>("MainForm")) main->StartTimer1();
-}
-
-void Thumbnails::Form_Deactivate() {
-  for (ThumbnailScroll* bar : VScroll) bar->SetMouseWheel(false);
-}
-
-void Thumbnails::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
-  if (event->type() == QEvent::ActivationChange && !isActiveWindow()) Form_Deactivate();
-}
-
-void Thumbnails::SuspendMouseWheel() {
-  for (size_t i = 0; i < suspendedWheel_.size(); ++i) {
-    suspendedWheel_[i] = VScroll[i]->MouseWheel();
-    VScroll[i]->SetMouseWheel(false);
-  }
-}
-
-void Thumbnails::ResumeMouseWheel() {
-  for (size_t i = 0; i < suspendedWheel_.size(); ++i) VScroll[i]->SetMouseWheel(suspendedWheel_[i]);
-}
-
-void Thumbnails::LoadHelp() {
-  const AppState& app = App();
-  if (!helpLoaded_ || app.ShowPopupHelp != helpShown_) {
-    // The help popups of the browser's boxes, and those of the command bar.
-    balloons_->Clear();
-    if (app.ShowPopupHelp) {
-      for (int tab = PicturesTab; tab <= AudiosTab; ++tab) {
-        const QString control = QString("PositionNumber(%1)").arg(tab);
-        balloons_->SetBalloon(PositionNumber[size_t(tab - 1)], HelpText(control), HelpTitle(control));
-      }
-      balloons_->SetBalloon(ThumbnailSize, HelpText("ThumbnailSize"), HelpTitle("ThumbnailSize"));
-    }
-    if (commandBar_) commandBar_->ApplyHelp();
-  }
-  if (!helpLoaded_ || app.ShowPopupData != dataShown_) SetDataTooltips(app.ShowPopupData);
-  helpLoaded_ = true;
-  dataShown_ = app.ShowPopupData;
-  helpShown_ = app.ShowPopupHelp;
-}
-
-void Thumbnails::SetDataTooltips(bool on) {
-  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
-    const TabState& state = Tab(tab);
-    const QStringList& files = Listing::Files(tab);
-    for (int cell = 0; cell < CellCount(tab); ++cell) {
-      const qint32 index = state.PageFirst + cell;
-      QString tip;
-      if (on && index < state.Count && index <= state.PageLast && index < files.size()) {
-        const QString& entry = files[index];
-        const bool skip = entry.isEmpty() || (tab == PicturesTab && entry == "(Deleted)");
-        if (!skip) tip = CellTooltip(tab, index);
-      }
-      Cell(tab, cell)->setToolTip(tip);
-      if (QLabel* name = Name(tab, cell)) name->setToolTip(tip);
-    }
-  }
 }
 
 CommandBar* Thumbnails::Bar() const { return commandBar_; }

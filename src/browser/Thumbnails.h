@@ -18,6 +18,7 @@
 #include "browser/PageGeometry.h"
 
 class BalloonHelp;
+class LoadingMessage;
 class CommandBar;
 class NewImage;
 class NewTabControl;
@@ -39,8 +40,11 @@ class Thumbnails : public QWidget {
   // Prepares the window and lists the default folder. Loads the command bar
   // when no command bar is loaded yet.
   void Form_Load();
-  Q_INVOKABLE void Form_Activate();
+  // The browser comes forward, and another window of the program does.
+  void Form_Activate();
   void Form_Deactivate();
+  // The wheel on for the scroll bar of the tab in front.
+  void WheelOnCurrentTab();
   // Reads the selection and sort settings, rebuilds the patterns and lists
   // the folder or album again.
   void ChangePattern();
@@ -97,6 +101,8 @@ class Thumbnails : public QWidget {
   bool FocusCell(int tab, int cell);
   // The focus on the current cell of the current tab, if the tab has files.
   void FocusCurrentCell();
+  // Makes the browser the active window of the main window's client area.
+  void ComeForward();
   // Back to the default folder, or to the first page when already there.
   void GoHome();
   // Opens the current item of a tab, and shows the context menu of a cell.
@@ -146,7 +152,7 @@ class Thumbnails : public QWidget {
   std::array<QVector<QLabel*>, 3> Names;
   // One delay timer per tab between a click and the opening of the item.
   std::array<QTimer*, TabCount> DblClickDelay{};
-  QWidget* LoadingMessage = nullptr;
+  ::LoadingMessage* LoadingMessage = nullptr;
 
  signals:
   // An item to open: the tab and the list index.
@@ -164,7 +170,6 @@ class Thumbnails : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
-  void changeEvent(QEvent* event) override;
 
  private:
   void MakeControls();
@@ -185,6 +190,10 @@ class Thumbnails : public QWidget {
   void ThumbnailSizeEnter();
   void NumberBoxPressed(QWidget* box, int tab);
   void MoveCellsAside(int current);
+  // The tab whose cell (icon or picture) the widget is; 0 for any other.
+  int CellTabOf(const QWidget* widget) const;
+  // Takes the keys away from a cell about to hide, onto the window.
+  void ParkFocus();
   void SetDataTooltips(bool on);
   QString CellTooltip(int tab, qint32 index) const;
   QString EntryPath(const QString& entry) const;

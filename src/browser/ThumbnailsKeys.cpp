@@ -7,6 +7,8 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
 #include <QMouseEvent>
 #include <QTimer>
 
@@ -170,11 +172,8 @@ void Thumbnails::PositionEnter(int tab) {
   const qint64 value = box->UnformatNumeric(box->txtNumber()->text()).toLongLong();
   const TabState& state = Tab(tab);
   const PositionJump jump = PositionJumpFor(value, state.Count, state.PageSize, tab);
-  ThumbnailScroll* bar = VScroll[size_t(tab - 1)];
-  if (bar->Value() != jump.ScrollValue)
-    bar->SetValue(jump.ScrollValue);
-  else
-    VScroll_Change(tab, jump.ScrollValue);
+  // A value the bar already has raises no change: only the focus moves.
+  VScroll[size_t(tab - 1)]->SetValue(jump.ScrollValue);
   if (jump.FocusCell >= 0) FocusCell(tab, jump.FocusCell);
 }
 
@@ -197,11 +196,8 @@ void Thumbnails::GoHome() {
   const int tab = FirstNonEmptyTab(
       {Tab(1).Count, Tab(2).Count, Tab(3).Count, Tab(4).Count});
   if (tab < 1) return;
-  ThumbnailScroll* bar = VScroll[size_t(tab - 1)];
-  if (bar->Value() != 0)
-    bar->SetValue(0);
-  else
-    VScroll_Change(tab, 0);
+  // Already on the first page, nothing is filled again.
+  VScroll[size_t(tab - 1)]->SetValue(0);
 }
 
 // ---- Keys of the cells ----------------------------------------------------------
@@ -261,6 +257,8 @@ void Thumbnails::FocusCurrentCell() {
 
 void Thumbnails::CellGotFocus(int tab, int index) {
   ++gotFocusRuns_;
+  // Only the cells of the tab in front stand for its items.
+  if (tab != currentTab_) return;
   if (tab == PicturesTab) Windows().Unload("SlideshowController");
   const TabState& state = Tab(tab);
   CurrentIndex(tab) = state.PageFirst + index;
@@ -270,6 +268,12 @@ void Thumbnails::CellGotFocus(int tab, int index) {
     HideHighlight();
   else
     FocusCell(tab, state.Count - state.PageFirst - 1);
+}
+
+void Thumbnails::ComeForward() {
+  auto* sub = qobject_cast<QMdiSubWindow*>(parentWidget());
+  QMdiArea* area = sub ? sub->mdiArea() : nullptr;
+  if (area && area->activeSubWindow() != sub) area->setActiveSubWindow(sub);
 }
 
 // ---- The frame -----------------------------------------------------------------
@@ -333,7 +337,7 @@ void Thumbnails::ShowIconHighlight(int tab) {
   if (state.Count == 0) return;
   const qint32 current = CurrentIndex(tab);
   if (current < state.PageFirst || current > state.PageLast) return;
-  if (tab != DocumentsTab) PositionNumber[size_t(tab - 1)]->SetValue(QString::number(current + 1));
+  PositionNumber[size_t(tab - 1)]->SetValue(QString::number(current + 1));
   const int cell = current - state.PageFirst;
   const QRect icon = CellTwips(tab, cell).toRect();
   const QLabel* name = Name(tab, cell);
@@ -389,7 +393,9 @@ void Thumbnails::MenuAction(const QString& action) {
 }
 
 void Thumbnails::NumberBoxPressed(QWidget* box, int tab) {
-  Windows().Unload("SingleImage");
+  // The size box and the pictures' position box close the picture viewer,
+  // the videos' position box the video viewer.
+  if (tab == PicturesTab) Windows().Unload("SingleImage");
   if (tab == VideosTab) Windows().Unload("SingleVideo");
   QCoreApplication::processEvents();
   HideHighlight();
@@ -439,10 +445,15 @@ bool Thumbnails::eventFilter(QObject* watched, QEvent* event) {
   const int cell = watched->property("vistrelCell").toInt();
   switch (event->type()) {
     case QEvent::FocusIn:
+      // The window comes forward before its cell takes the focus, so that
+      // its activation runs first and the frame then stands.
+      ComeForward();
       CellGotFocus(tab, cell);
       return false;
     case QEvent::KeyPress: {
       auto* key = static_cast<QKeyEvent*>(event);
+      // Tab and Shift+Tab walk the focus chain, cell by cell.
+      if (key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) return false;
       const int code = keys::KeyCode(key);
       const int shift = keys::ShiftOf(key);
       // The window sees the key first, then the cell.

@@ -1,9 +1,11 @@
 // The pages of the browser: filling a tab's page from its list, pictures
 // through the thumbnail loader and names beside icons, and clearing it.
 
+#include <QApplication>
 #include <QLabel>
 
 #include "browser/CdTitles.h"
+#include "browser/LoadingMessage.h"
 #include "browser/PageTexts.h"
 #include "browser/ThumbnailLoader.h"
 #include "browser/Thumbnails.h"
@@ -89,7 +91,9 @@ void Thumbnails::FillPicturePage() {
     }
     requests.append({cell, EntryPath(entry)});
     // The cell stands ready, empty, until its picture arrives, so that the
-    // keys can reach it while the page fills.
+    // keys can reach it while the page fills; it shows nothing of the
+    // picture an earlier page left in it.
+    ThumbImage[cell]->LoadFile();
     if (!app.RefitInProgress && currentTab_ == PicturesTab) {
       ThumbImage[cell]->show();
       ThumbImage[cell]->setFocusPolicy(Qt::StrongFocus);
@@ -147,8 +151,7 @@ bool Thumbnails::PageFilling() const { return loader_ && loader_->Busy(); }
 void Thumbnails::ShowLoadingMessage(bool on) {
   if (!LoadingMessage) return;
   if (on) {
-    LoadingMessage->move((width() - LoadingMessage->width()) / 2,
-                         (height() - LoadingMessage->height()) / 2);
+    LoadingMessage->Centre();
     LoadingMessage->raise();
     LoadingMessage->show();
   } else {
@@ -163,8 +166,10 @@ QString Thumbnails::CellTooltip(int tab, qint32 index) const {
   const QString& entry = files[index];
   if (tab == AudiosTab && GetFileExtension(entry).compare("cda", Qt::CaseInsensitive) == 0)
     return "File:    " + entry + "\nType: CD Audio";
-  if (app.AlbumMode) return FileInfoText(GetBaseName(entry), GetFolderPart(entry));
-  return FileInfoText(entry, app.CurrentFolder);
+  // The name shown is the bare file name; the text is read from the file
+  // itself, by its full path.
+  if (app.AlbumMode) return FileInfoText(GetBaseName(entry), entry);
+  return FileInfoText(entry, EntryPath(entry));
 }
 
 void Thumbnails::FillVideoPage() {
@@ -240,6 +245,7 @@ void Thumbnails::ClearPicturePage() {
   pendingPictures_ = 0;
   ShowLoadingMessage(false);
   const int edge = App().ThumbnailSizeTwips - CellMargin;
+  if (CellTabOf(QApplication::focusWidget()) == PicturesTab) ParkFocus();
   for (int cell = 0; cell < ThumbImage.size(); ++cell) {
     NewImage* image = ThumbImage[cell];
     image->hide();
@@ -261,6 +267,7 @@ void Thumbnails::ClearDocumentPage() { ClearListPage(DocumentsTab); }
 void Thumbnails::ClearListPage(int tab) {
   const auto& icons = Icons[size_t(tab - 2)];
   const auto& names = Names[size_t(tab - 2)];
+  if (CellTabOf(QApplication::focusWidget()) == tab) ParkFocus();
   for (int cell = 0; cell < icons.size(); ++cell) {
     names[cell]->hide();
     icons[cell]->hide();

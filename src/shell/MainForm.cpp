@@ -23,6 +23,7 @@
 #include "shell/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/DataFile.h"
+#include "shell/ForwardWindowWatch.h"
 #include "shell/FrmAbout.h"
 #include "shell/Logo.h"
 #include "shell/Settings.h"
@@ -81,7 +82,10 @@ QMdiSubWindow* AddFixedSubWindow(QMdiArea* area, QWidget* content) {
 }  // namespace
 
 MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
-    : QMainWindow(parent), sizeForm_(sizeForm), area_(new QMdiArea(this)) {
+    : QMainWindow(parent),
+      sizeForm_(sizeForm),
+      area_(new QMdiArea(this)),
+      forward_(new ForwardWindowWatch(this, area_)) {
   setObjectName("MainForm");
   setWindowTitle("Vistrel");
   setCentralWidget(area_);
@@ -106,6 +110,15 @@ MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
   });
   connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState s) {
     if (s == Qt::ApplicationActive) ApplicationActivated();
+  });
+  // The browser runs its activation when it comes forward and its
+  // deactivation when another window of the program does.
+  connect(forward_, &ForwardWindowWatch::ForwardChanged, this, [](QWidget* previous, QWidget* now) {
+    if (App().ShuttingDown) return;
+    Thumbnails* browser = Windows().Get<Thumbnails>("Thumbnails");
+    if (!browser) return;
+    if (previous == browser) browser->Form_Deactivate();
+    if (now == browser) browser->Form_Activate();
   });
   Windows().Loaded("MainForm", this);
 }
@@ -147,9 +160,9 @@ bool MainForm::MDIForm_Load() {
   FirstActivate = true;
   WasMinimised = false;
   SkipRestart = false;
-  // The tutorial's character is drawn by the program itself; there is no
-  // character file to find in a system folder.
-  app.AgentCharacterFile.clear();
+  // The tutorial's character comes with the program, in its own folder;
+  // the tutorial is offered only where the file is.
+  app.AgentCharacterFile = app.ProgramFolder + "/tutorial/Merlin.character";
   Measure();
 
   if (settings::GetInt("ShowSplashScreen", 1) == 1) {
@@ -289,8 +302,13 @@ void MainForm::MDIForm_Activate() {
     }
     // The browser's first activation: it becomes the current window, loads
     // its help and starts the first-run watch.
+    area_->setActiveSubWindow(thumbnailsWindow_);
+    forward_->SetForward(browser);
+    forward_->SetEnabled(true);
     browser->Form_Activate();
   }
+  // The wheel pages the browser again.
+  if (Thumbnails* browser = Windows().Get<Thumbnails>("Thumbnails")) browser->WheelOnCurrentTab();
   app.MainActivated = true;
   QApplication::restoreOverrideCursor();
 }
@@ -715,7 +733,7 @@ void MainForm::ApplicationActivated() {
   if (!app.MainActivated || app.ShuttingDown) return;
   app.ShowPopupHelp = settings::GetInt("ShowPopupHelp", 1) == 1;
   app.ShowPopupData = settings::GetInt("ShowPopupData", 1) == 1;
-  if (app.CurrentForm) QMetaObject::invokeMethod(app.CurrentForm, "Form_Activate");
+  if (auto* browser = qobject_cast<Thumbnails*>(app.CurrentForm)) browser->Form_Activate();
 }
 
 bool MainForm::event(QEvent* event) {

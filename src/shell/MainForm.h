@@ -11,6 +11,7 @@
 
 #include "shell/MainPosition.h"
 
+class ForwardWindowWatch;
 class QMdiArea;
 class QMdiSubWindow;
 class QScreen;
@@ -115,5 +116,6 @@ class MainForm : public QMainWindow {
   bool closing_ = false;
   QRect restoredOuter_;
   QPointer<QScreen> watchedScreen_;
+  ForwardWindowWatch* forward_;
   bool screenChangeWatched_ = false;
 };

@@ -93,11 +93,10 @@ FirstRunActions FirstRunTimerActions(const FirstRunCheck& check) {
     }
   } else {
     actions.HelpEnabled = true;
-    // A tour that starts ends by showing the options to a user who has
-    // not saved them yet; only without the tour are they opened here.
+    // A new user gets the tutorial first and the options second.
     if (check.FirstRun) {
       actions.PressHelp = !check.MerlinShown;
-      actions.PressOptions = check.MerlinShown && !check.Defined;
+      actions.PressOptions = !check.Defined;
     }
   }
   actions.Restart = actions.HelpEnabled;

@@ -112,8 +112,8 @@ TEST(Enter, ThumbnailSizeIsClampedToTheBoxAndItsLimits) {
   // A box of 2500 twips takes cells of (2500 - 270) / 1440 inches at most.
   EXPECT_EQ(ThumbnailSizeAfterEnter(3, 2500), 2230);
   EXPECT_EQ(ThumbnailSizeAfterEnter(1.5, 2500), 2160);
-  // A box too low for half an inch keeps the smallest size; nonsense is the smallest.
-  EXPECT_EQ(ThumbnailSizeAfterEnter(2, 300), 720);
+  // A box too low for half an inch takes what fits; nonsense is the smallest.
+  EXPECT_EQ(ThumbnailSizeAfterEnter(2, 300), 30);
   EXPECT_EQ(ThumbnailSizeAfterEnter(std::nan(""), tall), 720);
 }
 

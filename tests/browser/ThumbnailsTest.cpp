@@ -1,84 +1,28 @@
 #include <gtest/gtest.h>
 
-#include <QDeadlineTimer>
-#include <QDir>
-#include <QImage>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTest>
 
-#include "browser/CdTitles.h"
+#include "browser/BrowserFixture.h"
+#include "browser/LoadingMessage.h"
 #include "browser/PageGeometry.h"
-#include "browser/PageTexts.h"
-#include "browser/ThumbnailLoader.h"
-#include "browser/Thumbnails.h"
-#include "catalogue/FileInfoText.h"
 #include "catalogue/MediaPicture.h"
 #include "controls/BalloonHelp.h"
-#include "catalogue/MediaTypes.h"
 #include "controls/NewImage.h"
-#include "controls/NewTabControl.h"
 #include "controls/NumberBox.h"
 #include "controls/ThumbnailScroll.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
 #include "shell/AppState.h"
-#include "shell/CommandBar.h"
 #include "shell/DataFile.h"
 #include "shell/Database.h"
-#include "shell/Settings.h"
 #include "shell/Statements.h"
 #include "shell/WindowRegistry.h"
-#include "support/TestEnv.h"
+
+using namespace browsertest;
 
 namespace {
-
-QString MakeFolderWith(const QString& name, const QStringList& files) {
-  const QString folder = testenv::Root() + "/" + name;
-  QDir().mkpath(folder);
-  for (const QString& file : files) testenv::MakeFile(folder + "/" + file, QByteArray());
-  return folder;
-}
-
-// A picture of the given size with a diagonal, saved in the format of its
-// extension.
-void MakePicture(const QString& path, int width, int height) {
-  QImage image(width, height, QImage::Format_RGB32);
-  image.fill(QColor(40, 120, 200));
-  QPainter painter(&image);
-  painter.setPen(QPen(Qt::yellow, 3));
-  painter.drawLine(0, 0, width, height);
-  painter.end();
-  ASSERT_TRUE(image.save(path)) << path.toStdString();
-}
-
-QStringList Captions(const Thumbnails& window) {
-  QStringList captions;
-  for (int tab = 1; tab <= 4; ++tab) captions << window.ThumbnailTabs->Caption(tab);
-  return captions;
-}
-
-void WaitForPage(Thumbnails& window) {
-  QDeadlineTimer deadline(20000);
-  while (window.PageFilling() && !deadline.hasExpired()) QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-  QCoreApplication::processEvents();
-}
-
-int VisibleCells(const Thumbnails& window, int tab) {
-  int visible = 0;
-  for (int cell = 0; cell < window.CellCount(tab); ++cell)
-    if (!window.Cell(tab, cell)->isHidden()) ++visible;
-  return visible;
-}
-
-QStringList PageNames(const Thumbnails& window, int tab) {
-  QStringList names;
-  for (int cell = 0; cell < window.CellCount(tab); ++cell)
-    if (!window.Name(tab, cell)->isHidden()) names << window.Name(tab, cell)->text();
-  return names;
-}
 
 // The frame's rectangle in pixels, from its top and left lines.
 QRect FrameRect(const Thumbnails& window) {
@@ -88,24 +32,7 @@ QRect FrameRect(const Thumbnails& window) {
   return QRect(QPoint(left.left(), top.top()), QPoint(top.right(), bottom.bottom()));
 }
 
-class ThumbnailsTest : public testing::Test {
- protected:
-  void SetUp() override {
-    FillMediaTables();
-    ThumbnailLoader::ResetDecodeCount();
-  }
-  void TearDown() override { SetCdTitleLookup({}); }
-
-  // A browser of 600 x 400 pixels: five picture columns of three rows at the
-  // inch size, and fifteen rows of names in each of the two columns.
-  void Open(Thumbnails& window, const QString& folder) {
-    settings::SaveSetting("DefaultFolder", folder);
-    window.resize(600, 400);
-    window.show();
-    window.Form_Load();
-    WaitForPage(window);
-  }
-};
+using ThumbnailsTest = BrowserTest;
 
 }  // namespace
 
@@ -121,8 +48,12 @@ TEST(PageGeometry, CellsAndPagesFollowTheWindowAndTheThumbnailSize) {
   EXPECT_EQ(layout.PicturePageSize, 15);
   EXPECT_EQ(layout.ListRows, 15);
   EXPECT_EQ(layout.ListPageSize, 30);
-  EXPECT_EQ(layout.Scroll.height(), layout.Tabs.height() - 1095);
-  EXPECT_EQ(layout.CountTop, layout.Tabs.top() + layout.Tabs.height() - 795);
+  EXPECT_EQ(layout.Scroll.height(), 4815);
+  EXPECT_EQ(layout.CountTop, 5160);
+  // The position label stands 3240 twips left of the tab control's right
+  // edge; the size group is centred under the tab control.
+  EXPECT_EQ(layout.PositionLabelX, 5700);
+  EXPECT_EQ(SizeGroupLeft(layout, 3000), 2962);
   // Cells stand a thumbnail size apart, row after row.
   EXPECT_EQ(PictureCellRect(layout, 6).topLeft() - PictureCellRect(layout, 0).topLeft(),
             QPoint(1440, 1440));
@@ -133,15 +64,14 @@ TEST(PageGeometry, CellsAndPagesFollowTheWindowAndTheThumbnailSize) {
 
   // The smallest main window (9600 x 6780) still holds a row of the largest
   // cell that the size box lets through.
-  const int browserHeight = 6780 - 345 - 60 - 1230;
-  const PageLayout smallest = LayOutPage(9600 - 195, browserHeight, 1440);
-  const int largest = int((smallest.Box.height() - 270) / 1440.0 * 1440);
-  EXPECT_GE(LayOutPage(9600 - 195, browserHeight, largest).PictureRows, 1);
-  EXPECT_EQ(LayOutPage(100, 100, 4320).PicturePageSize, 1);
+  const PageLayout smallest = LayOutPage(9405, 5145, 1440);
+  EXPECT_EQ(smallest.Box.height(), 3960);
+  EXPECT_EQ(LayOutPage(9405, 5145, 3960 - 270).PictureRows, 1);
 }
 
 TEST_F(ThumbnailsTest, PicturesFillTheirCellsAndOtherTabsListNames) {
-  const QString folder = MakeFolderWith("media", {"clip.avi", "tune.mp3", "song.wav", "letter.doc"});
+  const QString folder = MakeFolderWith("media", {"clip.avi", "tune.mp3", "song.wav"});
+  testenv::MakeFile(folder + "/letter.doc", QByteArray(1234, 'x'));
   MakePicture(folder + "/wide.png", 200, 100);
   MakePicture(folder + "/tall.jpg", 100, 300);
   MakePicture(folder + "/square.bmp", 64, 64);
@@ -167,7 +97,10 @@ TEST_F(ThumbnailsTest, PicturesFillTheirCellsAndOtherTabsListNames) {
   EXPECT_EQ(window.ThumbnailSize->Value(), "1.000");
   // The data popup of a cell is the file's information; the boxes of the
   // bottom strip carry their help, and lose it when help is switched off.
-  EXPECT_EQ(window.ThumbImage[3]->toolTip(), FileInfoText("wide.png", folder));
+  EXPECT_EQ(FirstLines(window.ThumbImage[0]->toolTip(), 3),
+            QStringList({"File:    broken.gif", "Type: Picture", "Size:  27 bytes"}));
+  EXPECT_EQ(FirstLines(window.Cell(DocumentsTab, 0)->toolTip(), 3),
+            QStringList({"File:    letter.doc", "Type: Document", "Size:  1,234 bytes"}));
   window.LoadHelp();
   EXPECT_EQ(window.Balloons()->Count(), 4);
   EXPECT_EQ(window.Balloons()->TitleOf(window.ThumbnailSize), "Thumbnail Size");
@@ -177,7 +110,7 @@ TEST_F(ThumbnailsTest, PicturesFillTheirCellsAndOtherTabsListNames) {
   App().ShowPopupData = false;
   window.LoadHelp();
   EXPECT_EQ(window.Balloons()->Count(), 0);
-  EXPECT_EQ(window.ThumbImage[3]->toolTip(), "");
+  EXPECT_EQ(window.ThumbImage[0]->toolTip(), "");
 
   window.SetCurrentTab(AudiosTab);
   EXPECT_EQ(VisibleCells(window, PicturesTab), 0);
@@ -282,7 +215,8 @@ TEST_F(ThumbnailsTest, EnterOpensOnlyWhereTheFrameStandsAndClicksOpenAfterTheDel
   QTest::mouseClick(window.Name(DocumentsTab, 0), Qt::LeftButton);
   EXPECT_EQ(App().CurrentDocument, 0);
   EXPECT_EQ(opened.count(), 1);
-  QTRY_COMPARE(opened.count(), 2);
+  EXPECT_TRUE(QTest::qWaitFor([&opened] { return opened.count() == 2; }));
+  ASSERT_EQ(opened.count(), 2);
   EXPECT_EQ(opened[1], QVariantList({DocumentsTab, 0}));
 }
 
@@ -367,7 +301,8 @@ TEST_F(ThumbnailsTest, AnAlbumListsItsRowsByBaseNameFromTheDataFile) {
   testenv::InstallDataFile();
   ASSERT_TRUE(OpenDataFile());
   Database& db = *App().DatabaseConnection;
-  const QString elsewhere = MakeFolderWith("elsewhere", {"song.mp3"});
+  const QString elsewhere = MakeFolderWith("elsewhere", {});
+  testenv::MakeFile(elsewhere + "/song.mp3", QByteArray(2048, 'x'));
   MakePicture(elsewhere + "/z.jpg", 60, 40);
   const qint32 album = AddAlbum(db, "Holiday d'été; 2001", false);
   ASSERT_GT(album, 0);
@@ -389,6 +324,9 @@ TEST_F(ThumbnailsTest, AnAlbumListsItsRowsByBaseNameFromTheDataFile) {
   EXPECT_FALSE(window.Cell(PicturesTab, 1)->isHidden());
   window.SetCurrentTab(AudiosTab);
   EXPECT_EQ(PageNames(window, AudiosTab), QStringList({"song.mp3"}));
+  // Its data popup tells of the file itself, found by the row's full path.
+  EXPECT_EQ(FirstLines(window.Name(AudiosTab, 0)->toolTip(), 3),
+            QStringList({"File:    song.mp3", "Type: Audio", "Size:  2,048 bytes"}));
   window.SetCurrentTab(DocumentsTab);
   EXPECT_EQ(PageNames(window, DocumentsTab), QStringList({"readme.txt"}));
   CloseDataFile();
@@ -467,4 +405,44 @@ TEST_F(ThumbnailsTest, AMissingDefaultFolderFallsBackToAnEmptyMyMedia) {
   window.Form_KeyDown(keys::End, 0);
   EXPECT_EQ(opened.count(), 0);
   EXPECT_FALSE(window.Tab(PicturesTab).Highlighted);
+}
+
+TEST_F(ThumbnailsTest, CellsWaitingForTheirPictureShowNothingOfTheFormerPage) {
+  Thumbnails window;
+  Open(window, MakePictureFolder("turn", 20));
+  ASSERT_FALSE(window.ThumbImage[4]->Picture().isNull());
+
+  // Right after the turn, before any picture of the new page has arrived.
+  window.VScroll[0]->SetValue(1);
+  ASSERT_EQ(VisibleCells(window, PicturesTab), 5);
+  for (int cell = 0; cell < 5; ++cell)
+    EXPECT_TRUE(window.ThumbImage[cell]->Picture().isNull()) << "cell " << cell;
+
+  // Meanwhile the loading message shows the program's white gradient, which
+  // darkens band by band down to black.
+  ASSERT_FALSE(window.LoadingMessage->isHidden());
+  const QImage message = window.LoadingMessage->grab().toImage();
+  EXPECT_GT(qRed(message.pixel(5, 2)), 230);
+  EXPECT_LT(qRed(message.pixel(5, message.height() - 3)), 30);
+
+  WaitForPage(window);
+  for (int cell = 0; cell < 5; ++cell)
+    EXPECT_FALSE(window.ThumbImage[cell]->Picture().isNull()) << "cell " << cell;
+  EXPECT_TRUE(window.LoadingMessage->isHidden());
+}
+
+TEST_F(ThumbnailsTest, TheTabStripIsOutOfReachWhileAFolderIsListed) {
+  Thumbnails window;
+  Open(window, MakeFolderWith("start", {"a.txt"}));
+  const QString disc = MakeFolderWith("disc", {"Track01.cda", "Track02.cda"});
+  bool hiddenWhileListing = false;
+  SetCdTitleLookup([&](const QString&, QStringList&) {
+    hiddenWhileListing = window.ThumbnailTabs->isHidden();
+    return false;
+  });
+  App().CurrentFolder = disc;
+  window.ChangeDirectory();
+  EXPECT_TRUE(hiddenWhileListing);
+  EXPECT_FALSE(window.ThumbnailTabs->isHidden());
+  EXPECT_EQ(window.CurrentTab(), AudiosTab);
 }

@@ -5,11 +5,14 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QTest>
 #include <functional>
 #include <memory>
 
 #include "browser/Thumbnails.h"
 #include "controls/Button.h"
+#include "controls/MessageBox.h"
+#include "controls/MsgBoxEnhanced.h"
 #include "controls/ThumbnailScroll.h"
 
 #include "platform/SettingsStore.h"
@@ -23,6 +26,7 @@
 #include "shell/Settings.h"
 #include "shell/SizeForm.h"
 #include "shell/WindowRegistry.h"
+#include "support/MessageBoxAnswer.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -171,8 +175,9 @@ TEST(MainForm, TheFirstRunTimerWatchesOnlyWhileTheTutorialCanBeOffered) {
   auto* bar = Windows().Get<CommandBar>("CommandBar");
   ASSERT_TRUE(bar);
 
-  // No character file: one tick per start, then the timer stays off.
-  ASSERT_TRUE(App().AgentCharacterFile.isEmpty());
+  // The tutorial's character lives in the program folder; until it is
+  // there, one tick per activation, then the timer stays off.
+  EXPECT_EQ(App().AgentCharacterFile, testenv::ProgramFolder() + "/tutorial/Merlin.character");
   form->StartTimer1();
   EXPECT_EQ(form->Timer1.interval(), 300);
   ASSERT_TRUE(RunUntil([&] { return !form->FirstTimerRun; }));
@@ -182,7 +187,7 @@ TEST(MainForm, TheFirstRunTimerWatchesOnlyWhileTheTutorialCanBeOffered) {
 
   // The character and the speech engine: the button comes on and the watch
   // goes on every minute.
-  App().AgentCharacterFile = testenv::MakeFile(testenv::Root() + "/chars/Merlin.acs", "character");
+  testenv::MakeFile(App().AgentCharacterFile, "character");
   form->StartTimer1();
   form->Timer1_Timer();
   EXPECT_TRUE(bar->HelpButton->isEnabled());
@@ -196,6 +201,40 @@ TEST(MainForm, TheFirstRunTimerWatchesOnlyWhileTheTutorialCanBeOffered) {
   EXPECT_FALSE(form->Timer1.isActive());
 
   platform::SetSpeechEngineProbe({});
+  EXPECT_TRUE(form->MDIForm_QueryUnload());
+}
+
+TEST(MainForm, TheWheelPagesTheBrowserOnlyWhileTheBrowserIsInFront) {
+  SiblingWorld world;
+  SizeForm sizeForm;
+  auto form = StartedMainForm(sizeForm);
+  ASSERT_TRUE(form);
+  form->activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
+  auto* browser = Windows().Get<Thumbnails>("Thumbnails");
+  ASSERT_TRUE(browser);
+  ThumbnailScroll* bar = browser->VScroll[size_t(browser->CurrentTab() - 1)];
+  ASSERT_TRUE(bar->MouseWheel());
+
+  // The about box in front: the browser is deactivated; back to the main
+  // window, activated again.
+  form->ShowAbout();
+  EXPECT_TRUE(QTest::qWaitFor([bar] { return !bar->MouseWheel(); }));
+  Windows().Unload("frmAbout");
+  form->activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->MouseWheel(); }));
+
+  // The same for the message box, while it is up.
+  bool wheelWhileBoxUp = true;
+  testenv::WhenMessageBoxShown([&wheelWhileBoxUp, bar](MessageBox& box) {
+    wheelWhileBoxUp = bar->MouseWheel();
+    QTest::mouseClick(box.MsgButton[0], Qt::LeftButton);
+  });
+  App().MsgBox->MsgBox("Sure?", 0, "Vistrel");
+  EXPECT_FALSE(wheelWhileBoxUp);
+  form->activateWindow();
+  EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->MouseWheel(); }));
+
   EXPECT_TRUE(form->MDIForm_QueryUnload());
 }
 
