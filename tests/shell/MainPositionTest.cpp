@@ -7,11 +7,8 @@ namespace {
 const QRect WorkArea(0, 0, 19200, 14400);  // 1280 x 960 pixels
 }
 
-TEST(MainPosition, DefaultsCentreTheSmallestWindowInTheWorkArea) {
+TEST(MainPosition, DefaultsCentreTheSmallestWindowAndSavedValuesAreRaisedToTheLimits) {
   EXPECT_EQ(RestoredMainRect(WorkArea), QRect(4800, 3810, 9600, 6780));
-}
-
-TEST(MainPosition, SavedValuesAreRaisedToTheLimits) {
   settings::SaveSetting("MainLeft", "-300");
   settings::SaveSetting("MainTop", "450");
   settings::SaveSetting("MainWidth", "9000");
@@ -24,7 +21,7 @@ TEST(MainPosition, SavedValuesAreRaisedToTheLimits) {
   EXPECT_EQ(RestoredMainRect(WorkArea), QRect(0, 0, 12000, 6780));
 }
 
-TEST(MainPosition, AWindowClosedMaximisedKeepsItsNormalPlace) {
+TEST(MainPosition, AMaximisedWindowKeepsItsNormalPlaceAndANormalOneSavesItsOwn) {
   settings::SaveSetting("MainLeft", "150");
   settings::SaveSetting("MainTop", "300");
   settings::SaveSetting("MainWidth", "10000");
@@ -36,9 +33,8 @@ TEST(MainPosition, AWindowClosedMaximisedKeepsItsNormalPlace) {
   EXPECT_EQ(settings::GetSetting("MainTop"), "300");
   EXPECT_EQ(settings::GetSetting("MainWidth"), "10000");
   EXPECT_EQ(settings::GetSetting("MainHeight"), "7000");
-}
 
-TEST(MainPosition, ANormalWindowSavesItsPlaceAndAtMostTheWorkArea) {
+  // A normal window saves its place and at most the work area.
   SaveMainPosition(MainWindowState::Normal, MainWindowState::Normal,
                    QRect(-120, 600, 25000, 8000), 25000, 8000, WorkArea);
   EXPECT_EQ(settings::GetSetting("MainMaximized"), "No");

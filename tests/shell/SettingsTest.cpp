@@ -7,7 +7,7 @@
 #include "shell/Settings.h"
 #include "support/TestEnv.h"
 
-TEST(Settings, AbsentKeysGiveTheirDefaultsAndSavedValuesAreReadAgainAtEachUse) {
+TEST(Settings, AbsentOrUnreadableValuesGiveTheDefaultAndSavedOnesAreReadAgainAtEachUse) {
   EXPECT_EQ(settings::GetSetting("SelectPictures", settings::DefaultOf("SelectPictures")),
             "11111111000000000001");
   EXPECT_EQ(settings::GetInt("SortOrder", 1), 1);
@@ -22,9 +22,8 @@ TEST(Settings, AbsentKeysGiveTheirDefaultsAndSavedValuesAreReadAgainAtEachUse) {
   platform::SaveSetting("Vistrel", "Settings", "AlarmStatus", "Armed");
   EXPECT_EQ(settings::GetSetting("AlarmStatus", "Off"), "Armed");
   EXPECT_TRUE(QFile::exists(testenv::Root() + "/config/Vistrel/Vistrel.ini"));
-}
 
-TEST(Settings, UnreadableNumbersFallBackToTheDefault) {
+  // Unreadable numbers fall back to the default.
   settings::SaveSetting("ThumbnailSize", "large");
   EXPECT_EQ(settings::GetInt("ThumbnailSize", 1440), 1440);
   EXPECT_EQ(settings::DefaultOf("DefaultFolder"), App().ProgramFolder + "/MyMedia");

@@ -1,7 +1,11 @@
 #include "support/MessageBoxAnswer.h"
 
-#include <QElapsedTimer>
+#include <gtest/gtest.h>
+
+#include <QDeadlineTimer>
+#include <QPointer>
 #include <QTimer>
+#include <list>
 
 #include "controls/MessageBox.h"
 #include "controls/MsgBoxEnhanced.h"
@@ -9,20 +13,79 @@
 
 namespace testenv {
 
+namespace {
+
+constexpr int PatienceMs = 5000;
+
+struct Watch {
+  std::function<void(MessageBox&)> answer;
+  QDeadlineTimer deadline{PatienceMs};
+  QPointer<MessageBox> answered;  // the box, once the answer has run
+  bool ran = false;
+  QTimer timer;
+};
+
+std::list<Watch>& Watches() {
+  static std::list<Watch> watches;
+  return watches;
+}
+
+// Unloads a box that nobody is going to answer, so that its modal wait ends.
+void Unload(MessageBox* form, const char* why) {
+  ADD_FAILURE() << why;
+  if (form && form->isVisible()) form->Unload();
+}
+
+// One look at the box; true when the watch is over.
+bool Check(Watch& watch) {
+  if (watch.ran) {
+    if (!watch.answered || !watch.answered->isVisible()) return true;
+    if (!watch.deadline.hasExpired()) return false;
+    Unload(watch.answered, "the answer left the message box open");
+    return true;
+  }
+  MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
+  if (form && form->isVisible() && form->Activated()) {
+    watch.ran = true;
+    watch.answered = form;
+    watch.deadline.setRemainingTime(PatienceMs);
+    watch.answer(*form);
+    return !watch.answered || !watch.answered->isVisible();
+  }
+  if (!watch.deadline.hasExpired()) return false;
+  if (form)
+    Unload(form, "the message box came but never became ready to answer");
+  else
+    ADD_FAILURE() << "no message box came within " << PatienceMs / 1000 << " s";
+  return true;
+}
+
+}  // namespace
+
 void WhenMessageBoxShown(std::function<void(MessageBox&)> answer) {
-  auto* timer = new QTimer;
-  auto* clock = new QElapsedTimer;
-  clock->start();
-  QObject::connect(timer, &QTimer::timeout, [timer, clock, answer] {
-    MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
-    const bool ready = form && form->isVisible() && form->Activated();
-    if (!ready && clock->elapsed() < 5000) return;
-    timer->stop();
-    timer->deleteLater();
-    delete clock;
-    if (ready) answer(*form);
+  Watch* watch = &Watches().emplace_back();
+  watch->answer = std::move(answer);
+  QObject::connect(&watch->timer, &QTimer::timeout, [watch] {
+    if (!Check(*watch)) return;
+    watch->timer.stop();
+    // Removed later, since this runs inside the watch's own timer; by then
+    // the end of the test may have removed it already.
+    QTimer::singleShot(0, [watch] {
+      Watches().remove_if([watch](const Watch& w) { return &w == watch; });
+    });
   });
-  timer->start(10);
+  watch->timer.start(10);
+}
+
+void FinishMessageBoxWatches() {
+  for (Watch& watch : Watches()) {
+    if (!watch.timer.isActive()) continue;
+    if (!watch.ran)
+      ADD_FAILURE() << "the test ended before the message box it waited for came";
+    else if (watch.answered && watch.answered->isVisible())
+      Unload(watch.answered, "the answer left the message box open");
+  }
+  Watches().clear();
 }
 
 }  // namespace testenv

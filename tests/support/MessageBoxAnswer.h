@@ -1,7 +1,8 @@
 #pragma once
 // Answers the shared message box from a test: the answer runs once the box
-// is up and its activation work has run. Gives up after five seconds, so
-// that a box that never shows fails the test instead of hanging it.
+// is up and its activation work has run. A box that does not come within
+// five seconds, or that the answer leaves open for five seconds, fails the
+// test at once, and a box left up is unloaded, so that nothing hangs.
 
 #include <functional>
 
@@ -10,5 +11,8 @@ class MessageBox;
 namespace testenv {
 
 void WhenMessageBoxShown(std::function<void(MessageBox&)> answer);
+
+// Ends the watches still pending at the end of a test, failing it for each.
+void FinishMessageBoxWatches();
 
 }  // namespace testenv

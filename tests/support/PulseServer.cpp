@@ -1,5 +1,7 @@
 #include "support/PulseServer.h"
 
+#include <gtest/gtest.h>
+
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QProcessEnvironment>
@@ -25,19 +27,28 @@ void RestoreServer(const QByteArray& saved, bool had) {
     qunsetenv("PULSE_SERVER");
 }
 
+// The first channel's "raw / percent" of pactl's volume line:
+// "Volume: front-left: 26214 /  40% / -23.88 dB,   front-right: ...".
+QRegularExpressionMatch FirstChannel(const QString& line) {
+  static const QRegularExpression channel(R"(:\s*(\d+)\s*/\s*(\d+)%)");
+  return channel.match(line);
+}
+
 }  // namespace
 
 PulseServer::PulseServer() {
   SaveServer(savedServer_, hadServer_);
 
-  // A folder of its own, inside the test's folder when its path is short enough.
+  // A folder of its own inside the test's folder, whose path must leave
+  // room for the socket's name.
   const QString root = testenv::Root();
-  if (!root.isEmpty() && root.size() < LongestSocketFolder - 16) {
-    QDir(root).mkpath("pulse");
-    folder_ = std::make_unique<QTemporaryDir>(root + "/pulse/XXXXXX");
+  if (root.isEmpty() || root.size() > LongestSocketFolder - 16) {
+    ADD_FAILURE() << "no sound server: the test's folder " << root.toStdString()
+                  << " is too long a path for a socket";
+    return;
   }
-  if (!folder_ || !folder_->isValid())
-    folder_ = std::make_unique<QTemporaryDir>(QStringLiteral("/tmp/vistrel-pulse-XXXXXX"));
+  QDir(root).mkpath("pulse");
+  folder_ = std::make_unique<QTemporaryDir>(root + "/pulse/XXXXXX");
   if (!folder_->isValid()) return;
   dir_ = folder_->path();
   QDir(dir_).mkpath("run");
@@ -70,18 +81,14 @@ PulseServer::PulseServer() {
 }
 
 PulseServer::~PulseServer() {
-  Stop();
-  RestoreServer(savedServer_, hadServer_);
-}
-
-void PulseServer::Stop() {
-  running_ = false;
-  if (daemon_.state() == QProcess::NotRunning) return;
-  daemon_.terminate();
-  if (!daemon_.waitForFinished(3000)) {
-    daemon_.kill();
-    daemon_.waitForFinished(3000);
+  if (daemon_.state() != QProcess::NotRunning) {
+    daemon_.terminate();
+    if (!daemon_.waitForFinished(3000)) {
+      daemon_.kill();
+      daemon_.waitForFinished(3000);
+    }
   }
+  RestoreServer(savedServer_, hadServer_);
 }
 
 bool PulseServer::Running() const { return running_; }
@@ -114,15 +121,12 @@ bool PulseServer::PactlOk(const QStringList& arguments) const {
 }
 
 qint64 PulseServer::VolumeRaw() const {
-  // "Volume: front-left: 26214 /  40% / -23.88 dB,   front-right: ..."
-  static const QRegularExpression channel(R"(:\s*(\d+)\s*/\s*(\d+)%)");
-  const QRegularExpressionMatch match = channel.match(Pactl({"get-sink-volume", Sink()}));
+  const QRegularExpressionMatch match = FirstChannel(Pactl({"get-sink-volume", Sink()}));
   return match.hasMatch() ? match.captured(1).toLongLong() : -1;
 }
 
 int PulseServer::VolumePercent() const {
-  static const QRegularExpression channel(R"(:\s*(\d+)\s*/\s*(\d+)%)");
-  const QRegularExpressionMatch match = channel.match(Pactl({"get-sink-volume", Sink()}));
+  const QRegularExpressionMatch match = FirstChannel(Pactl({"get-sink-volume", Sink()}));
   return match.hasMatch() ? match.captured(2).toInt() : -1;
 }
 

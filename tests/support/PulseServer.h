@@ -45,9 +45,6 @@ class PulseServer {
   bool SetVolumePercent(int percent) const;
   bool SetMuted(bool on) const;
 
-  // Stops the daemon now (the destructor does it otherwise).
-  void Stop();
-
  private:
   bool RunPactl(const QStringList& arguments, QString* output) const;
 

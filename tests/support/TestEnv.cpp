@@ -12,6 +12,7 @@
 
 #include "platform/SystemMessage.h"
 #include "shell/AppState.h"
+#include "support/MessageBoxAnswer.h"
 
 namespace testenv {
 
@@ -45,6 +46,8 @@ class IsolationListener : public testing::EmptyTestEventListener {
     platform::SetSystemMessageSink([](const QString&, const QString&) {});
   }
   void OnTestEnd(const testing::TestInfo&) override {
+    // Still within the test: a message box it waited for in vain fails it.
+    FinishMessageBoxWatches();
     platform::SetSystemMessageSink({});
     ResetAppState();
     if (Current()) {
