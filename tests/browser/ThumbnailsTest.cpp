@@ -162,22 +162,6 @@ TEST_F(ThumbnailsTest, PagesTurnAndTheFrameFollowsTheKeys) {
   EXPECT_EQ(window.VScroll[0]->Value(), 1);
   EXPECT_EQ(App().CurrentPicture, 15);
 
-  // Enter in the position box: 0 goes to the first item, too much to the last.
-  window.PositionNumber[0]->SetValue("0");
-  window.PositionNumber[0]->txtNumber()->setFocus();
-  QCoreApplication::processEvents();
-  QTest::keyClick(window.PositionNumber[0]->txtNumber(), Qt::Key_Return);
-  WaitForPage(window);
-  EXPECT_EQ(window.VScroll[0]->Value(), 0);
-  EXPECT_EQ(App().CurrentPicture, 0);
-  window.PositionNumber[0]->SetValue("99");
-  window.PositionNumber[0]->txtNumber()->setFocus();
-  QCoreApplication::processEvents();
-  QTest::keyClick(window.PositionNumber[0]->txtNumber(), Qt::Key_Return);
-  WaitForPage(window);
-  EXPECT_EQ(window.VScroll[0]->Value(), 1);
-  EXPECT_EQ(App().CurrentPicture, 19);
-
   // End and Home through the window's own keys.
   window.Form_KeyDown(keys::Home, 0);
   WaitForPage(window);
