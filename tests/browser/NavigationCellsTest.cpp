@@ -96,132 +96,104 @@ QStringList Names(int count) {
   return names;
 }
 
-// Presses one key on the focused picture cell.
-void PressPicture(FakePage& page, int key, int shift = 0) {
-  page.Log.clear();
-  ThumbImage_KeyDown(page, page.Focused, key, shift);
-}
+// One key on one cell: the list (count entries, those in `deleted` empty),
+// the page (size and columns), where the focus stands, the cells that
+// refuse it; then what the key did, the current entry afterwards and the
+// cells that refused the focus on the way (-1: not looked at).
+struct KeyCase {
+  const char* What;
+  int Count;
+  QList<int> Deleted;
+  int PageSize, Columns, Value, Cell;
+  QList<int> Hidden;
+  int Key;
+  QStringList Log;
+  int Current = -1;
+  int Refused = -1;
+};
 
-void PressIcon(FakePage& page, int key, int shift = 0) {
-  page.Log.clear();
-  IconCell_KeyDown(page, page.Focused, key, shift);
+void RunCases(const QList<KeyCase>& cases, bool icons) {
+  for (const KeyCase& c : cases) {
+    QStringList entries = Names(c.Count);
+    for (int deleted : c.Deleted) entries[deleted].clear();
+    FakePage page(entries, c.PageSize, c.Columns);
+    page.Hidden = c.Hidden;
+    page.Start(c.Value, c.Cell);
+    if (icons)
+      IconCell_KeyDown(page, page.Focused, c.Key, 0);
+    else
+      ThumbImage_KeyDown(page, page.Focused, c.Key, 0);
+    EXPECT_EQ(page.Log, c.Log) << c.What;
+    if (c.Current >= 0) {
+      EXPECT_EQ(page.Current(), c.Current) << c.What;
+    }
+    if (c.Refused >= 0) {
+      EXPECT_EQ(page.Refused, c.Refused) << c.What;
+    }
+  }
 }
 
 }  // namespace
 
-TEST(PictureKeys, RightWalksOnAndWrapsToTheFirstCellOfTheLastPage) {
-  // 14 pictures, pages of 6 in 3 columns: pages 0, 1 and a last page of 2.
-  FakePage page(Names(14), 6, 3);
-  page.Start(0, 4);
-  PressPicture(page, keys::Right);
-  EXPECT_EQ(page.Log, QStringList({"focus 5"}));
-  PressPicture(page, keys::Right);
-  EXPECT_EQ(page.Log, QStringList({"page 1", "focus 0"}));
-  EXPECT_EQ(page.Current(), 6);
-
-  page.Start(2, 1);  // entry 13, the last one
-  PressPicture(page, keys::Right);
-  EXPECT_EQ(page.Log, QStringList({"focus 0"}));
-  EXPECT_EQ(page.Current(), 12);
-  EXPECT_EQ(page.Refused, 4);  // cells 2 to 5 are hidden and were tried in turn
+TEST(PictureKeys, ArrowsAndPageKeysWalkTheGridAndTurnThePages) {
+  using keys::Down, keys::Left, keys::Next, keys::Prior, keys::Right, keys::Up;
+  const QStringList toNextPage = {"page 1", "focus 0"};
+  // 14 pictures in pages of 6 in 3 columns: pages 0, 1 and a last page of 2.
+  RunCases({
+      {"Right walks on", 14, {}, 6, 3, 0, 4, {}, Right, {"focus 5"}},
+      {"Right on the last cell turns the page", 14, {}, 6, 3, 0, 5, {}, Right, toNextPage, 6},
+      {"Right past the last entry tries every hidden cell, then wraps on the last page", 14, {},
+       6, 3, 2, 1, {}, Right, {"focus 0"}, 12, 4},
+      {"Left on the first page wraps to the last entry left", 5, {3, 4}, 6, 3, 0, 0, {}, Left,
+       {"focus 2"}},
+      {"Left on cell 0 of a later page turns back to its last cell", 14, {}, 6, 3, 2, 0, {}, Left,
+       {"page 1", "focus 5"}, 11},
+      {"Left walks back", 14, {}, 6, 3, 1, 5, {}, Left, {"focus 4"}},
+      {"Left goes on past refusing cells", 14, {}, 6, 3, 1, 3, {1, 2}, Left, {"focus 0"}},
+      {"Left with every lower cell refusing turns back", 14, {}, 6, 3, 1, 3, {0, 1, 2}, Left,
+       {"page 0", "focus 5"}},
+      {"Down wraps within the last page", 14, {}, 6, 3, 2, 0, {}, Down, {"focus 0"}},
+      // Entry 15 = Count passes the test "at most Count", is hidden, and the
+      // focus stays where it was.
+      {"Down stops one past the end", 15, {}, 6, 3, 2, 0, {}, Down, {}, 12, 1},
+      {"Up wraps to the bottom row", 14, {}, 6, 3, 0, 1, {}, Up, {"focus 4"}},
+      {"Down wraps to the top row", 14, {}, 6, 3, 0, 4, {}, Down, {"focus 1"}},
+      {"Down on the last cell turns the page", 14, {}, 6, 3, 0, 5, {}, Down, toNextPage},
+      {"Up on cell 0 of a later page turns back", 14, {}, 6, 3, 1, 0, {}, Up, {"page 0", "focus 5"}},
+      {"Up on the first page stays on it", 14, {}, 6, 3, 0, 5, {}, Up, {"focus 2"}},
+      {"Up on cell 0 of the first page", 14, {}, 6, 3, 0, 0, {}, Up, {"focus 3"}},
+      {"Page Up on the first page", 14, {}, 6, 3, 0, 4, {}, Prior, {"focus 0", "highlight"}, 0},
+      {"Page Down", 14, {}, 6, 3, 0, 0, {}, Next, {"page 1", "focus 0", "highlight"}},
+      {"Page Down on the last page", 14, {}, 6, 3, 2, 1, {}, Next, {"focus 0", "highlight"}},
+      {"Page Up", 14, {}, 6, 3, 2, 0, {}, Prior, {"page 1", "focus 0", "highlight"}},
+      {"Page Down on an empty tab", 0, {}, 6, 3, 0, 0, {}, Next, {}},
+      {"Page Up on an empty tab", 0, {}, 6, 3, 0, 0, {}, Prior, {}},
+      {"a page of one cell still turns", 3, {}, 1, 1, 0, 0, {}, Down, toNextPage},
+      // At a page size of 1 the scroll bar stops one short of the last entry.
+      {"a page of one cell stops short of the last", 3, {}, 1, 1, 1, 0, {}, Right, {"focus 0"}, 1},
+  }, false);
 }
 
-TEST(PictureKeys, LeftFromTheFirstCellOfTheFirstPageGoesToTheLastEntryLeft) {
-  // Five pictures on a page of 6; the last two were deleted.
-  QStringList entries = Names(5);
-  entries[3].clear();
-  entries[4].clear();
-  FakePage page(entries, 6, 3);
+TEST(IconKeys, DownIsRightAndUpIsLeftDownTheColumns) {
+  using keys::Down, keys::Left, keys::Right, keys::Up;
+  RunCases({
+      {"Down walks on", 10, {}, 4, 1, 0, 2, {}, Down, {"focus 3"}},
+      {"Right on the last cell turns the page", 10, {}, 4, 1, 0, 3, {}, Right, {"page 1", "focus 0"}},
+      {"Down past the last entry goes to cell 0", 10, {}, 4, 1, 2, 1, {}, Down, {"focus 0"}, 8},
+      {"Right on the last cell of the last page", 10, {}, 4, 1, 2, 3, {}, Right, {"focus 0"}},
+      // A deleted file's cell reads "(Deleted)" and still counts.
+      {"Up on the first cell goes to the highest named cell", 3, {2}, 4, 1, 0, 0, {}, Up, {"focus 2"}},
+      {"Left walks back", 3, {2}, 4, 1, 0, 2, {}, Left, {"focus 1"}},
+      {"Up on cell 0 of a later page turns back", 10, {}, 4, 1, 1, 0, {}, Up, {"page 0", "focus 3"}, 3},
+  }, true);
+  // A hidden cell whose label kept an old name is passed over.
+  QStringList entries = Names(3);
+  entries[2].clear();
+  FakePage page(entries, 4);
+  page.StaleNames = {3};
   page.Start(0, 0);
-  PressPicture(page, keys::Left);
+  IconCell_KeyDown(page, 0, keys::Left, 0);
   EXPECT_EQ(page.Log, QStringList({"focus 2"}));
-
-  // On a later page Left from cell 0 turns back and lands on the last cell.
-  FakePage paged(Names(14), 6, 3);
-  paged.Start(2, 0);
-  PressPicture(paged, keys::Left);
-  EXPECT_EQ(paged.Log, QStringList({"page 1", "focus 5"}));
-  EXPECT_EQ(paged.Current(), 11);
-  PressPicture(paged, keys::Left);
-  EXPECT_EQ(paged.Log, QStringList({"focus 4"}));
-}
-
-TEST(PictureKeys, LeftGoesOnDownwardPastRefusingCells) {
-  FakePage page(Names(14), 6, 3);
-  page.Start(1, 3);
-  page.Hidden = {1, 2};
-  PressPicture(page, keys::Left);
-  EXPECT_EQ(page.Log, QStringList({"focus 0"}));
-  // Every lower cell refuses: back a page, to its last cell.
-  page.Hidden = {0, 1, 2};
-  page.Start(1, 3);
-  PressPicture(page, keys::Left);
-  EXPECT_EQ(page.Log, QStringList({"page 0", "focus 5"}));
-}
-
-TEST(PictureKeys, DownAndUpWrapWithinThePageAndStopOnePastTheEnd) {
-  // A last page holding entries 12 and 13 of 14 in cells 0 and 1 (3 columns).
-  FakePage page(Names(14), 6, 3);
-  page.Start(2, 0);
-  // Down from cell 0: cell 3 is entry 15, above Count; wrapping brings it
-  // back to cell 0, which is at most Count, and takes the focus again.
-  PressPicture(page, keys::Down);
-  EXPECT_EQ(page.Log, QStringList({"focus 0"}));
-
-  // 15 entries: the last page holds 12, 13 and 14 in cells 0 to 2. Down from
-  // cell 0 reaches cell 3, entry 15 = Count: it passes the test, is hidden,
-  // and the focus stays on cell 0.
-  FakePage onePast(Names(15), 6, 3);
-  onePast.Start(2, 0);
-  PressPicture(onePast, keys::Down);
-  EXPECT_TRUE(onePast.Log.isEmpty());
-  EXPECT_EQ(onePast.Refused, 1);
-  EXPECT_EQ(onePast.Focused, 0);
-  EXPECT_EQ(onePast.Current(), 12);
-
-  // Up from cell 1 of the first page wraps to the bottom row of that page.
-  FakePage full(Names(14), 6, 3);
-  full.Start(0, 1);
-  PressPicture(full, keys::Up);
-  EXPECT_EQ(full.Log, QStringList({"focus 4"}));
-  PressPicture(full, keys::Down);
-  EXPECT_EQ(full.Log, QStringList({"focus 1"}));
-}
-
-TEST(PictureKeys, DownFromTheLastCellTurnsThePageAndUpFromTheFirstTurnsBack) {
-  FakePage page(Names(14), 6, 3);
-  page.Start(0, 5);
-  PressPicture(page, keys::Down);
-  EXPECT_EQ(page.Log, QStringList({"page 1", "focus 0"}));
-  PressPicture(page, keys::Up);
-  EXPECT_EQ(page.Log, QStringList({"page 0", "focus 5"}));
-  // On the first page Up from cell 0 stays on the page: the bottom row.
-  PressPicture(page, keys::Up);
-  EXPECT_EQ(page.Log, QStringList({"focus 2"}));
-  page.Start(0, 0);
-  PressPicture(page, keys::Up);
-  EXPECT_EQ(page.Log, QStringList({"focus 3"}));
-}
-
-TEST(PictureKeys, PageUpAndDownKeepTheEndPagesAndFocusTheFirstCell) {
-  FakePage page(Names(14), 6, 3);
-  page.Start(0, 4);
-  PressPicture(page, keys::Prior);
-  EXPECT_EQ(page.Log, QStringList({"focus 0", "highlight"}));
-  EXPECT_EQ(page.Current(), 0);
-  PressPicture(page, keys::Next);
-  EXPECT_EQ(page.Log, QStringList({"page 1", "focus 0", "highlight"}));
-  page.Start(2, 1);
-  PressPicture(page, keys::Next);
-  EXPECT_EQ(page.Log, QStringList({"focus 0", "highlight"}));
-  PressPicture(page, keys::Prior);
-  EXPECT_EQ(page.Log, QStringList({"page 1", "focus 0", "highlight"}));
-
-  // An empty tab neither turns nor focuses.
-  FakePage empty(QStringList(), 6, 3);
-  PressPicture(empty, keys::Next);
-  PressPicture(empty, keys::Prior);
-  EXPECT_TRUE(empty.Log.isEmpty());
 }
 
 TEST(PictureKeys, FileKeysActOnlyOnAnEntryStillThereAndLettersOnlyWithoutShift) {
@@ -267,57 +239,6 @@ TEST(PictureKeys, NoPageMakesAnyKeyHang) {
       }
     }
   }
-  // A page of one cell still walks: Right and Down turn the page.
-  FakePage walk(Names(3), 1, 1);
-  walk.Start(0, 0);
-  PressPicture(walk, keys::Down);
-  EXPECT_EQ(walk.Log, QStringList({"page 1", "focus 0"}));
-  // At a page size of 1 the scroll bar stops one short of the last entry.
-  PressPicture(walk, keys::Right);
-  EXPECT_EQ(walk.Log, QStringList({"focus 0"}));
-  EXPECT_EQ(walk.Current(), 1);
-}
-
-TEST(IconKeys, DownIsRightAndWrapsToTheFirstCell) {
-  FakePage page(Names(10), 4);
-  page.Start(0, 2);
-  PressIcon(page, keys::Down);
-  EXPECT_EQ(page.Log, QStringList({"focus 3"}));
-  PressIcon(page, keys::Right);
-  EXPECT_EQ(page.Log, QStringList({"page 1", "focus 0"}));
-  // The last page holds entries 8 and 9: past the last entry back to cell 0,
-  // and from the page's last cell too.
-  page.Start(2, 1);
-  PressIcon(page, keys::Down);
-  EXPECT_EQ(page.Log, QStringList({"focus 0"}));
-  EXPECT_EQ(page.Current(), 8);
-  page.Start(2, 3);
-  PressIcon(page, keys::Right);
-  EXPECT_EQ(page.Log, QStringList({"focus 0"}));
-}
-
-TEST(IconKeys, UpOnTheFirstCellGoesToTheHighestNamedCellOrBackAPage) {
-  // Three files, one deleted: its cell reads "(Deleted)" and still counts.
-  QStringList entries = Names(3);
-  entries[2].clear();
-  FakePage page(entries, 4);
-  page.Start(0, 0);
-  PressIcon(page, keys::Up);
-  EXPECT_EQ(page.Log, QStringList({"focus 2"}));
-  PressIcon(page, keys::Left);
-  EXPECT_EQ(page.Log, QStringList({"focus 1"}));
-
-  // A hidden cell whose label kept an old name is passed over.
-  page.StaleNames = {3};
-  page.Start(0, 0);
-  PressIcon(page, keys::Left);
-  EXPECT_EQ(page.Log, QStringList({"focus 2"}));
-
-  FakePage paged(Names(10), 4);
-  paged.Start(1, 0);
-  PressIcon(paged, keys::Up);
-  EXPECT_EQ(paged.Log, QStringList({"page 0", "focus 3"}));
-  EXPECT_EQ(paged.Current(), 3);
 }
 
 TEST(HighlightFrame, LinesOfAPictureCell) {
