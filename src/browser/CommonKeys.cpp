@@ -54,9 +54,8 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
         MinimiseMainForm();
         return;
       case F5:
-        if (hasTree && window &&
-            window->metaObject()->indexOfMethod("FolderTree_Refresh()") >= 0)
-          QMetaObject::invokeMethod(window, "FolderTree_Refresh");
+        if (auto* tree = dynamic_cast<FolderTreeWindow*>(window); hasTree && tree)
+          tree->FolderTree_Refresh();
         return;
       case F6:
         StepVolume(-1);

@@ -15,4 +15,11 @@
 
 class QWidget;
 
+// A window with a folder tree that F5 refreshes.
+class FolderTreeWindow {
+ public:
+  virtual ~FolderTreeWindow() = default;
+  virtual void FolderTree_Refresh() = 0;
+};
+
 void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinimise, bool hasTree);

@@ -12,12 +12,14 @@
 #include <QString>
 #include <QWidget>
 
+#include "browser/CommonKeys.h"
+
 class FolderTreeView;
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
-class ChooseDirectory : public QWidget {
+class ChooseDirectory : public QWidget, public FolderTreeWindow {
   Q_OBJECT
  public:
   // Loads the window: reads its place and size from the settings, keeps it
@@ -45,7 +47,7 @@ class ChooseDirectory : public QWidget {
   // Reads the folders afresh, keeping the selected one (the F5 key).
   void RefreshFolderTree();
   // The same under the name the shared key routine asks a window for.
-  void FolderTree_Refresh() { RefreshFolderTree(); }
+  void FolderTree_Refresh() override { RefreshFolderTree(); }
   void OKButton_Click();
   void cancelButton_Click();
 

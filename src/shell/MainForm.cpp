@@ -531,9 +531,7 @@ void MainForm::SizeForms(QWidget* window) {
 void MainForm::RefitSingleImage() {
   // The picture viewer sizes its own picture control: to its largest size,
   // unless it shows an animated picture, and the picture with it.
-  QWidget* viewer = Windows().Find("SingleImage");
-  if (viewer && viewer->metaObject()->indexOfMethod("RefitPicture()") >= 0)
-    QMetaObject::invokeMethod(viewer, "RefitPicture");
+  if (Windows().IsLoaded("SingleImage") && RefitPicture) RefitPicture();
 }
 
 void MainForm::RefitSingleVideo() {

@@ -69,6 +69,9 @@ class MainForm : public QMainWindow {
   // Loads the album selection again, placed above the command bar's album
   // button; the album selection sets it when it joins the program.
   std::function<QWidget*()> LoadAlbumSelect;
+  // Fits the picture viewer's picture to its largest size again; the
+  // picture viewer sets it when it joins the program.
+  std::function<void()> RefitPicture;
 
   // Members of the window.
   bool FirstTimerRun = true;

@@ -19,11 +19,10 @@ namespace {
 constexpr int F2 = keys::F1 + 1, F5 = keys::F1 + 4, F9 = keys::F1 + 8, F10 = keys::F1 + 9;
 
 // A window with a folder tree: counts the refreshes that the keys ask for.
-class TreeWindow : public QWidget {
-  Q_OBJECT
+class TreeWindow : public QWidget, public FolderTreeWindow {
  public:
   int refreshes = 0;
-  Q_INVOKABLE void FolderTree_Refresh() { ++refreshes; }
+  void FolderTree_Refresh() override { ++refreshes; }
 };
 
 void RunDeferredDeletes() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
@@ -131,4 +130,3 @@ TEST(CommonKeys, F10OpensTheFolderChooserOnlyWhenItsButtonIsEnabled) {
   RunDeferredDeletes();
 }
 
-#include "CommonKeysTest.moc"

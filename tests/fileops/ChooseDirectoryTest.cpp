@@ -157,7 +157,7 @@ TEST_F(ChooseDirectoryTest, CancelAndEscLeaveItCancelledWithTheStartFolder) {
   window = Open(start, "Show");
   const QString added = MakeFolder("Start/Added");
   QTest::keyClick(window->FolderTree, Qt::Key_F5);
-  EXPECT_TRUE(QMetaObject::invokeMethod(window, "FolderTree_Refresh"));
+  window->FolderTree_Refresh();
   EXPECT_TRUE(QTest::qWaitFor([&] { return window->FolderTree->Path() == start; }));
   window->FolderTree->SetPath(added);
   EXPECT_EQ(window->FolderTree->Path(), added);
