@@ -326,6 +326,12 @@ TEST(DirectoryPlacement, DefaultsLimitsAndTheMinimisedWindow) {
 }
 
 TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
+  // Every folder stands before the first chooser opens, so that no change
+  // of the folders is still on its way to the tree.
+  const QString shown = MakeFolder("Shown");
+  const QString locked = MakeFolder("Locked");
+  MakeFolder("Locked/inside");
+  QFile::setPermissions(locked, QFileDevice::Permissions());
   const QStringList names = {R"(it's "quoted"; two  blanks )", "Grüße Ærø ñ 写真.dots"};
   for (const QString& name : names) {
     const QString folder = MakeFolder(name);
@@ -338,19 +344,16 @@ TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
   }
 
   // A folder that does not exist gives way to its nearest existing ancestor.
-  const QString shown = MakeFolder("Shown");
   ChooseDirectory* window = Open(shown, "Show");
   window->FolderTree->SetPath(shown + "/missing/too");
   EXPECT_EQ(window->FolderTree->Path(), shown);
 
   // An unreadable folder can be opened and chosen; it simply shows nothing
   // (unless the tests run with the rights to read it all the same).
-  const QString locked = MakeFolder("Locked");
-  MakeFolder("Locked/inside");
-  QFile::setPermissions(locked, QFileDevice::Permissions());
   const QString reachable = QFileInfo::exists(locked + "/inside") ? locked + "/inside" : locked;
   window->FolderTree->SetPath(locked + "/inside");
-  EXPECT_EQ(window->FolderTree->Path(), reachable);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return window->FolderTree->Path() == reachable; }))
+      << window->FolderTree->Path().toStdString();
   window->FolderTree->setCurrentIndex(window->FolderTree->Model()->index(locked));
   window->FolderTree->expand(window->FolderTree->currentIndex());
   QCoreApplication::processEvents();
