@@ -11,6 +11,7 @@
 #include <QWindow>
 #include <array>
 
+#include "browser/PageGeometry.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/Button.h"
@@ -30,14 +31,9 @@
 #include "shell/SizeForm.h"
 #include "shell/WindowFit.h"
 #include "shell/WindowRegistry.h"
+#include "shell/WindowFrame.h"
 
 namespace {
-
-// Height of the command bar strip at the top of the client area: the
-// browser takes the client height less 1230 twips.
-constexpr int CommandBarTwips = 1230;
-// The browser is the main window's width less this.
-constexpr int BrowserWidthMarginTwips = 195;
 
 // Holds the thread for the given time while letting events run.
 void LetEventsRunFor(int milliseconds) {
@@ -45,31 +41,6 @@ void LetEventsRunFor(int milliseconds) {
   QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
   loop.exec();
 }
-
-// The window that carries a loaded window's frame: its sub-window in the
-// client area, or the window itself.
-QWidget* FrameOf(QWidget* window) {
-  if (!window) return nullptr;
-  if (auto* sub = qobject_cast<QMdiSubWindow*>(window)) return sub;
-  if (auto* sub = qobject_cast<QMdiSubWindow*>(window->parentWidget())) return sub;
-  return window;
-}
-
-constexpr Qt::WindowStates MinMax = Qt::WindowMinimized | Qt::WindowMaximized;
-
-void SetNormal(QWidget* frame) {
-  if (frame->windowState() & MinMax) frame->setWindowState(frame->windowState() & ~MinMax);
-}
-
-// The windows that a refit closes and does not bring back.
-const char* const PassingWindows[] = {
-    "Background",    "ChangeMP3",    "ChooseDirectory", "CleaningMessage", "CopyMessage",
-    "DeleteMessage", "DeleteVerify", "frmAbout",        "LoadingMessage",  "MessageBox",
-    "PrinterSetup",  "RenameFile",   "ReplaceVerify",   "SlideshowController", "Target"};
-
-// The windows whose state a refit notes and puts back.
-const char* const KeptWindows[] = {"AlbumEdit", "FindFiles", "SingleImage", "SingleVideo",
-                                   "SingleAudio"};
 
 QMdiSubWindow* AddFixedSubWindow(QMdiArea* area, QWidget* content) {
   QMdiSubWindow* sub = area->addSubWindow(content, Qt::FramelessWindowHint | Qt::SubWindow);
@@ -315,12 +286,12 @@ void MainForm::MDIForm_Activate() {
 
 void MainForm::PlaceBrowser() {
   const AppState& app = App();
-  const int barHeight = twips::ToPixels(CommandBarTwips);
+  const int barHeight = twips::ToPixels(pagegeometry::CommandBarStrip);
   const int width = std::max(area_->width(), twips::ToPixels(app.MainClientWidth));
   if (commandBarWindow_) commandBarWindow_->setGeometry(0, 0, width, barHeight);
   if (thumbnailsWindow_) {
-    const int browserWidth = twips::ToPixels(OuterTwips().width() - BrowserWidthMarginTwips);
-    const int browserHeight = twips::ToPixels(app.MainClientHeight - CommandBarTwips);
+    const int browserWidth = twips::ToPixels(OuterTwips().width() - pagegeometry::BrowserWidthMargin);
+    const int browserHeight = twips::ToPixels(app.MainClientHeight - pagegeometry::CommandBarStrip);
     thumbnailsWindow_->setGeometry(0, barHeight, std::max(browserWidth, 1),
                                    std::max(browserHeight, 1));
   }
@@ -358,7 +329,7 @@ void MainForm::MDIForm_Resize() {
       SkipRestart = true;
     } else if (WasMinimised) {
       WasMinimised = false;
-      const int expected = twips::ToPixels(OuterTwips().width() - BrowserWidthMarginTwips);
+      const int expected = twips::ToPixels(OuterTwips().width() - pagegeometry::BrowserWidthMargin);
       if (thumbnailsWindow_ && thumbnailsWindow_->width() != expected) {
         RefitAllWindows();
         return;
@@ -457,235 +428,6 @@ void MainForm::SysInfo_SettingChanged() {
   if (fit.Window.width() != outer.width()) SetOuterWidth(fit.Window.width());
   if (fit.Window.height() != outer.height()) SetOuterHeight(fit.Window.height());
   if (fit.Refit) RefitAllWindows();
-}
-
-// ---- Windows inside the browser's area ---------------------------------------
-
-int MainForm::BrowserWidthTwips() const {
-  if (const QWidget* browser = Windows().Find("Thumbnails"))
-    return twips::FromPixels(browser->width());
-  return OuterTwips().width() - BrowserWidthMarginTwips;
-}
-
-namespace {
-
-// The browser's top left corner on the screen; below the command bar when
-// there is no browser.
-QPoint BrowserOrigin(const QMdiArea* area) {
-  if (const QWidget* browser = Windows().Find("Thumbnails"))
-    return browser->mapToGlobal(QPoint(0, 0));
-  return area->viewport()->mapToGlobal(QPoint(0, twips::ToPixels(CommandBarTwips)));
-}
-
-}  // namespace
-
-QRect MainForm::RectInBrowser(QWidget* frame) const {
-  QRect r = frame->isWindow()
-                ? frame->frameGeometry()
-                : QRect(frame->parentWidget()->mapToGlobal(frame->pos()), frame->size());
-  r.translate(-BrowserOrigin(area_));
-  return QRect(twips::FromPixels(r.x()), twips::FromPixels(r.y()), twips::FromPixels(r.width()),
-               twips::FromPixels(r.height()));
-}
-
-void MainForm::SetRectInBrowser(QWidget* frame, const QRect& twipsRect) {
-  const QPoint global =
-      BrowserOrigin(area_) + QPoint(twips::ToPixels(twipsRect.x()), twips::ToPixels(twipsRect.y()));
-  const QSize size(std::max(twips::ToPixels(twipsRect.width()), 1),
-                   std::max(twips::ToPixels(twipsRect.height()), 1));
-  if (frame->isWindow()) {
-    const QSize frameExtra = frame->frameGeometry().size() - frame->size();
-    frame->move(global);
-    frame->resize((size - frameExtra).expandedTo(QSize(1, 1)));
-  } else {
-    frame->setGeometry(QRect(frame->parentWidget()->mapFromGlobal(global), size));
-  }
-}
-
-void MainForm::CentreOnBrowser(QWidget* frame) {
-  const QRect r = RectInBrowser(frame);
-  const QWidget* browser = Windows().Find("Thumbnails");
-  const int browserHeight = browser ? twips::FromPixels(browser->height())
-                                    : App().MainClientHeight - CommandBarTwips;
-  SetRectInBrowser(frame, QRect((BrowserWidthTwips() - r.width()) / 2,
-                                (browserHeight - r.height()) / 2, r.width(), r.height()));
-}
-
-void MainForm::PlaceViewerWindow(QWidget* window) {
-  QWidget* frame = FrameOf(window);
-  if (!frame) return;
-  SetNormal(frame);
-  const QRect present = RectInBrowser(frame);
-  const QRect placed = PlacedViewerRect(present, BrowserWidthTwips(), App().MainClientHeight);
-  if (placed != present) SetRectInBrowser(frame, placed);
-}
-
-void MainForm::SizeForms(QWidget* window) {
-  QWidget* frame = FrameOf(window);
-  if (!frame) return;
-  const QRect present = RectInBrowser(frame);
-  const QRect sized = SizedFormRect(present, BrowserWidthTwips(), App().MainClientHeight);
-  if (sized != present) SetRectInBrowser(frame, sized);
-}
-
-void MainForm::RefitSingleImage() {
-  // The picture viewer sizes its own picture control: to its largest size,
-  // unless it shows an animated picture, and the picture with it.
-  if (Windows().IsLoaded("SingleImage") && RefitPicture) RefitPicture();
-}
-
-void MainForm::RefitSingleVideo() {
-  QWidget* viewer = Windows().Find("SingleVideo");
-  if (!viewer) return;
-  PlaceViewerWindow(viewer);
-  SizeForms(viewer);
-}
-
-void MainForm::RefitAllWindows() {
-  AppState& app = App();
-  if (app.ShuttingDown) return;
-  if (app.RefitInProgress) {
-    // Events let run by a refit brought another: it is checked again
-    // once this one is done.
-    Timer2.start();
-    return;
-  }
-  // The size the windows are fitted to.
-  Timer2.stop();
-  const MainWindowState state = PresentState();
-  const QRect outer = OuterTwips();
-  LastHeight = outer.height();
-  LastWidth = outer.width();
-  if (state != MainWindowState::Maximised && (outer.left() < 0 || outer.top() < 0))
-    MoveOuter(std::max(outer.left(), 0), std::max(outer.top(), 0));
-  if (state != MainWindowState::Minimised) {
-    app.MainClientHeight = outer.height() - app.TitleBarHeight - BorderWidth;
-    app.MainClientWidth = outer.width() - 2 * BorderWidth;
-  }
-
-  // What is to come back afterwards.
-  const std::array<qint32, TabCount> noted{app.CurrentPicture, app.CurrentVideo,
-                                           app.CurrentAudio, app.CurrentDocument};
-  const QString pendingFile = app.PendingFile;
-  QHash<QString, Qt::WindowStates> notedStates;
-  for (const char* name : KeptWindows)
-    if (QWidget* frame = FrameOf(Windows().Find(name)))
-      notedStates.insert(name, frame->windowState());
-  const auto notedState = [&notedStates](const QString& name, QWidget* frame) {
-    return notedStates.value(name, frame->windowState());
-  };
-
-  app.RefitInProgress = true;
-
-  for (const char* name : PassingWindows) Windows().Unload(name);
-  const bool albumSelectWasOpen = app.AlbumSelectOpen || Windows().IsLoaded("AlbumSelect");
-  if (albumSelectWasOpen) Windows().Unload("AlbumSelect");
-
-  // The browser for the new size.
-  QCoreApplication::processEvents();
-  QPointer<Thumbnails> browser = Windows().Get<Thumbnails>("Thumbnails");
-  const int tab = browser ? browser->CurrentTab() : PicturesTab;
-  PlaceBrowser();
-  if (browser) browser->ChangeFormSize();
-
-  // Each tab back on the page of its item; a file about to be shown, or
-  // an item of the tab in front that lies beyond the first page of the new
-  // size, takes a new listing instead.
-  if (browser) {
-    const qint32 item = noted[size_t(tab - 1)];
-    if (!pendingFile.isEmpty() || item >= browser->Tab(tab).PageSize) {
-      QPointer<CommandBar> bar = Windows().Get<CommandBar>("CommandBar");
-      if (!bar || !bar->ClickIfEnabled("refreshButton")) {
-        if (browser) browser->ChangePattern();
-      }
-    } else {
-      for (int t = PicturesTab; t <= DocumentsTab && browser; ++t)
-        browser->ShowItemPage(t, noted[size_t(t - 1)]);
-    }
-  }
-
-  QCoreApplication::processEvents();
-  if (browser) browser->SetCurrentTab(tab);
-  for (const char* name : {"SelectionSort", "OptionsEntry"}) {
-    if (QWidget* frame = FrameOf(Windows().Find(name))) {
-      SetNormal(frame);
-      CentreOnBrowser(frame);
-    }
-  }
-
-  // The window to show last, and its state.
-  QPointer<QWidget> showLast;
-  Qt::WindowStates showLastState = Qt::WindowNoState;
-  if (albumSelectWasOpen && LoadAlbumSelect) {
-    if (QWidget* select = LoadAlbumSelect()) {
-      showLast = select;
-      showLastState = Qt::WindowNoState;
-    }
-  }
-  if (QWidget* edit = Windows().Find("AlbumEdit")) {
-    QWidget* frame = FrameOf(edit);
-    const Qt::WindowStates was = notedState("AlbumEdit", frame);
-    if (was & Qt::WindowMinimized) {
-      frame->setWindowState((frame->windowState() & ~Qt::WindowMaximized) | Qt::WindowMinimized);
-    } else {
-      PlaceViewerWindow(edit);
-      showLast = edit;
-      showLastState = was;
-    }
-  }
-
-  // The viewers and the search, each on its item and as it was.
-  struct Kept {
-    const char* name;
-    int tab;  // whose current item it shows; 0 for none
-  };
-  for (const Kept kept : {Kept{"SingleImage", PicturesTab}, Kept{"SingleVideo", VideosTab},
-                          Kept{"SingleAudio", AudiosTab}, Kept{"FindFiles", 0}}) {
-    QWidget* window = Windows().Find(kept.name);
-    if (!window) continue;
-    if (kept.tab != 0) {
-      const qint32 item = noted[size_t(kept.tab - 1)];
-      Thumbnails::CurrentIndex(kept.tab) = item;
-      if (browser) {
-        const TabState& s = browser->Tab(kept.tab);
-        const qint32 page = s.PageSize > 0 ? item / s.PageSize : 0;
-        if (page != browser->VScroll[size_t(kept.tab - 1)]->Value()) {
-          browser->ShowItemPage(kept.tab, item);
-          Thumbnails::CurrentIndex(kept.tab) = item;
-        }
-      }
-      // The page change may have closed the window.
-      window = Windows().Find(kept.name);
-      if (!window) continue;
-    }
-    QWidget* frame = FrameOf(window);
-    const Qt::WindowStates was = notedState(kept.name, frame);
-    if (was & Qt::WindowMinimized) {
-      frame->showMinimized();
-    } else {
-      PlaceViewerWindow(window);
-      SizeForms(window);
-      showLast = window;
-      showLastState = was;
-      if (kept.tab == PicturesTab) RefitSingleImage();
-      if (kept.tab == VideosTab) RefitSingleVideo();
-    }
-    QCoreApplication::processEvents();
-  }
-
-  app.PendingFile = pendingFile;
-  app.RefitInProgress = false;
-  app.RefitDone = true;
-
-  if (showLast) {
-    QWidget* frame = FrameOf(showLast);
-    frame->show();
-    frame->raise();
-    if (auto* sub = qobject_cast<QMdiSubWindow*>(frame)) area_->setActiveSubWindow(sub);
-    showLast->setFocus();
-    QCoreApplication::processEvents();
-    if (showLast) FrameOf(showLast)->setWindowState(showLastState);
-  }
 }
 
 bool MainForm::MDIForm_QueryUnload() {
