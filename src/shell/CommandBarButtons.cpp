@@ -1,0 +1,252 @@
+// The command bar's buttons: what each one starts, and the one routine
+// that clicks a button by its name when it is enabled.
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QPointer>
+
+#include "browser/Thumbnails.h"
+#include "catalogue/CdDrives.h"
+#include "catalogue/PathParts.h"
+#include "catalogue/PathRoutines.h"
+#include "controls/Button.h"
+#include "fileops/ChooseDirectory.h"
+#include "platform/DesktopHandlers.h"
+#include "platform/SiblingPrograms.h"
+#include "platform/Twips.h"
+#include "shell/AppState.h"
+#include "shell/CommandBar.h"
+#include "shell/CommandBarHelpers.h"
+#include "shell/MainForm.h"
+#include "shell/Settings.h"
+#include "shell/WindowRegistry.h"
+#include "system/MixerModule.h"
+
+using namespace commandbar;
+
+// ---- Buttons ---------------------------------------------------------------
+
+void CommandBar::DirectoryButton_Click() {
+  ReleaseFocus();
+  AppState& app = App();
+  const QString start = app.AlbumMode
+                            ? settings::GetSetting("DefaultFolder", settings::MyMediaFolder())
+                            : app.CurrentFolder;
+  const QPointer<CommandBar> self(this);
+  ChooseDirectoryWait(start, "Show");
+  if (!self || app.DirectoryCancelled || app.ChosenFolder.isEmpty()) return;
+  const QString chosen = app.ChosenFolder;
+  if (chosen.toLower() == app.CurrentFolder.toLower() && !app.AlbumMode) return;
+  app.AlbumMode = false;
+  SetDirectoryLabel(false);
+  app.CurrentFolder = chosen;
+  ShowDirectoryName(chosen);
+  if (Thumbnails* browser = Browser()) browser->ChangeDirectory();
+}
+
+void CommandBar::HelpButton_Click() {
+  ReleaseFocus();
+  // The animated tutorial is not part of the program yet; its button stays
+  // disabled until it is.
+}
+
+void CommandBar::aboutButton_Click() {
+  ReleaseFocus();
+  if (auto* main = Windows().Get<MainForm>("MainForm")) {
+    main->ShowAbout();
+    return;
+  }
+  if (QWidget* about = Windows().Find("frmAbout")) about->activateWindow();
+}
+
+void CommandBar::refreshButton_Click() {
+  ReleaseFocus();
+  if (Thumbnails* browser = Browser()) browser->ChangePattern();
+  QCoreApplication::processEvents();
+  if (App().SingleAudioOpen) {
+    if (QWidget* audio = Windows().Find("SingleAudio")) {
+      FrameOf(audio)->show();
+      FrameOf(audio)->showMinimized();
+    }
+  }
+}
+
+void CommandBar::ejectButton_Click() {
+  ReleaseFocus();
+  // Opening the tray comes with the CD access; the button is disabled.
+}
+
+void CommandBar::closeButton_Click() {
+  ReleaseFocus();
+  // Closing the tray comes with the CD access; the button is disabled.
+}
+
+bool CommandBar::AudioReady() {
+  if (AudioAbilities() != 0) return true;
+  Say("Your computer is not configured to play audio files", OkExclamation, "Windows Setup");
+  return false;
+}
+
+void CommandBar::StartViewer(const QString& commandWord) {
+  // A failed start is not looked at.
+  platform::StartProgram(JoinPath(App().ProgramFolder, "Lorvane"), {commandWord});
+}
+
+void CommandBar::cdButton_Click() {
+  ReleaseFocus();
+  if (!AudioReady()) return;
+  FillCdDrives();
+  if (App().CdDriveCount == 0) {
+    Say("No valid CDs are available", OkExclamation, "CD Player");
+    return;
+  }
+  FillAudioCdDrives();
+  if (App().CdDriveCount == 0) {
+    Say("No CDs are available for playing", OkInformation, "CD Player");
+    return;
+  }
+  // The viewers would play against the CD player.
+  for (const char* viewer : {"SingleImage", "SingleVideo", "SingleAudio"}) Windows().Unload(viewer);
+  StartViewer("//cd");
+}
+
+void CommandBar::audioButton_Click() {
+  ReleaseFocus();
+  if (!AudioReady()) return;
+  StartViewer("//audio");
+}
+
+void CommandBar::videoButton_Click() {
+  ReleaseFocus();
+  StartViewer("//video");
+}
+
+void CommandBar::dvdButton_Click() {
+  ReleaseFocus();
+  if (!platform::HasDefaultApplicationFor("x-content/video-dvd")) {
+    Say("DVD player is not available", OkInformation, "DVD Player");
+    return;
+  }
+  StartViewer("//dvd");
+}
+
+void CommandBar::sleepButton_Click() {
+  ReleaseFocus();
+  if (!AudioReady()) return;
+  StartViewer("//sleep");
+}
+
+void CommandBar::alarmButton_Click() {
+  ReleaseFocus();
+  if (!AudioReady()) return;
+  StartViewer("//alarm");
+}
+
+void CommandBar::paintButton_Click() {
+  ReleaseFocus();
+  platform::StartProgram(JoinPath(App().ProgramFolder, "Tintara"), {});
+}
+
+void CommandBar::albumButton_Click() {
+  ReleaseFocus();
+  // The album selection is not part of the program yet (the button is
+  // disabled); when loaded, it is centred on the button, 15 twips to the
+  // left, and sits 30 twips above it.
+  Windows().Unload("AlbumEdit");
+  QWidget* select = Windows().Find("AlbumSelect");
+  if (!select) return;
+  QWidget* frame = FrameOf(select);
+  const QPoint buttonCentre = albumButton->mapToGlobal(albumButton->rect().center());
+  const QPoint at(buttonCentre.x() - frame->width() / 2 - twips::ToPixels(15),
+                  albumButton->mapToGlobal(QPoint(0, 0)).y() - frame->height() -
+                      twips::ToPixels(30));
+  frame->move(frame->parentWidget() ? frame->parentWidget()->mapFromGlobal(at) : at);
+  frame->show();
+  frame->raise();
+}
+
+void CommandBar::searchButton_Click() {
+  ReleaseFocus();
+  // The file search is not part of the program yet; the button is disabled.
+  ShowNormal("FindFiles");
+}
+
+void CommandBar::sortButton_Click() {
+  ReleaseFocus();
+  App().ListingStale = false;
+  ShowNormal("SelectionSort");
+}
+
+void CommandBar::magnifierButton_Click() {
+  ReleaseFocus();
+  if (QWidget* magnifier = Windows().Find("Magnifier")) {
+    magnifier->show();
+    magnifier->raise();
+  }
+}
+
+void CommandBar::optionsButton_Click() {
+  ReleaseFocus();
+  ShowNormal("OptionsEntry");
+}
+
+void CommandBar::multimediaButton_Click() {
+  ReleaseFocus();
+  // The desktop's sound settings are its multimedia properties.
+  ::mixerButton_Click();
+}
+
+void CommandBar::mixerButton_Click() {
+  ReleaseFocus();
+  ::mixerButton_Click();
+}
+
+void CommandBar::muteButton_Click() {
+  ReleaseFocus();
+  if (GetMute(7)) {
+    ShowMutePicture(false);
+    SetMute(7, false);
+  } else {
+    ShowMutePicture(true);
+    SetMute(7, true);
+  }
+}
+
+bool CommandBar::ClickIfEnabled(const QString& buttonName) {
+  struct Entry {
+    const char* name;
+    Button* CommandBar::*button;
+    void (CommandBar::*click)();
+  };
+  static const Entry table[] = {
+      {"DirectoryButton", &CommandBar::DirectoryButton, &CommandBar::DirectoryButton_Click},
+      {"HelpButton", &CommandBar::HelpButton, &CommandBar::HelpButton_Click},
+      {"aboutButton", &CommandBar::aboutButton, &CommandBar::aboutButton_Click},
+      {"refreshButton", &CommandBar::refreshButton, &CommandBar::refreshButton_Click},
+      {"ejectButton", &CommandBar::ejectButton, &CommandBar::ejectButton_Click},
+      {"closeButton", &CommandBar::closeButton, &CommandBar::closeButton_Click},
+      {"cdButton", &CommandBar::cdButton, &CommandBar::cdButton_Click},
+      {"audioButton", &CommandBar::audioButton, &CommandBar::audioButton_Click},
+      {"videoButton", &CommandBar::videoButton, &CommandBar::videoButton_Click},
+      {"albumButton", &CommandBar::albumButton, &CommandBar::albumButton_Click},
+      {"dvdButton", &CommandBar::dvdButton, &CommandBar::dvdButton_Click},
+      {"searchButton", &CommandBar::searchButton, &CommandBar::searchButton_Click},
+      {"sortButton", &CommandBar::sortButton, &CommandBar::sortButton_Click},
+      {"sleepButton", &CommandBar::sleepButton, &CommandBar::sleepButton_Click},
+      {"alarmButton", &CommandBar::alarmButton, &CommandBar::alarmButton_Click},
+      {"paintButton", &CommandBar::paintButton, &CommandBar::paintButton_Click},
+      {"magnifierButton", &CommandBar::magnifierButton, &CommandBar::magnifierButton_Click},
+      {"optionsButton", &CommandBar::optionsButton, &CommandBar::optionsButton_Click},
+      {"multimediaButton", &CommandBar::multimediaButton, &CommandBar::multimediaButton_Click},
+      {"mixerButton", &CommandBar::mixerButton, &CommandBar::mixerButton_Click},
+      {"muteButton", &CommandBar::muteButton, &CommandBar::muteButton_Click},
+  };
+  for (const Entry& entry : table) {
+    if (buttonName != QLatin1String(entry.name)) continue;
+    Button* button = this->*entry.button;
+    if (!button || !button->Enabled()) return false;
+    (this->*entry.click)();
+    return true;
+  }
+  return false;
+}

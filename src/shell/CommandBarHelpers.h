@@ -1,0 +1,35 @@
+#pragma once
+// What the command bar's files share: the browser it works on, its message
+// box, and bringing a window forward.
+
+#include <QString>
+
+#include "browser/Thumbnails.h"
+#include "controls/MsgBoxEnhanced.h"
+#include "shell/WindowFrame.h"
+#include "shell/WindowRegistry.h"
+
+namespace commandbar {
+
+// Message box styles: OK with an exclamation mark or an information sign.
+inline constexpr qint16 OkExclamation = 48;
+inline constexpr qint16 OkInformation = 64;
+
+inline Thumbnails* Browser() { return Windows().Get<Thumbnails>("Thumbnails"); }
+
+inline void Say(const QString& prompt, qint16 style, const QString& title) {
+  CreateMsgBox()->MsgBox(prompt, style, title);
+}
+
+// Brings a loaded window forward and, as the bar's buttons do, to its
+// normal state.
+inline void ShowNormal(const QString& name) {
+  QWidget* window = Windows().Find(name);
+  if (!window) return;
+  QWidget* frame = FrameOf(window);
+  frame->showNormal();
+  frame->raise();
+  window->activateWindow();
+}
+
+}  // namespace commandbar
