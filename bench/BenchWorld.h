@@ -9,7 +9,7 @@
 
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 // Points the settings and the cache into world; before the application is made.
 inline void EnterBenchWorld(const QTemporaryDir& world) {

@@ -25,7 +25,7 @@
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/NewTabControl.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 namespace {
 

@@ -22,7 +22,7 @@
 #include "browser/Listing.h"
 #include "catalogue/MediaTypes.h"
 #include "platform/DirectoryReader.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 namespace {
 

@@ -34,7 +34,7 @@
 #include "BenchWorld.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "platform/Twips.h"
 
 namespace {

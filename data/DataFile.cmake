@@ -19,7 +19,7 @@ file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/data)
 add_custom_command(
   OUTPUT ${VISTREL_FRESH_DATA_FILE}
   COMMAND MakeDataFile ${VISTREL_FRESH_DATA_FILE} ${VISTREL_DATA_SOURCES}
-  DEPENDS MakeDataFile ${VISTREL_DATA_SOURCES} ${CMAKE_SOURCE_DIR}/src/shell/DataFileKey.h
+  DEPENDS MakeDataFile ${VISTREL_DATA_SOURCES} ${CMAKE_SOURCE_DIR}/src/core/DataFileKey.h
   COMMENT "Making the data file Vistrel.VRD"
   VERBATIM)
 add_custom_target(VistrelDataFile ALL

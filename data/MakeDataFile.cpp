@@ -14,7 +14,7 @@
 #include <sstream>
 #include <string>
 
-#include "shell/DataFileKey.h"
+#include "core/DataFileKey.h"
 
 namespace {
 

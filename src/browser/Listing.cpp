@@ -6,8 +6,8 @@
 #include "catalogue/MediaTypes.h"
 #include "catalogue/PathParts.h"
 #include "platform/DirectoryReader.h"
-#include "shell/AppState.h"
-#include "shell/Settings.h"
+#include "core/AppState.h"
+#include "core/Settings.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 #include "browser/MouseWheelSuspend.h"
 
 #include "browser/Thumbnails.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowRegistry.h"
 
 void SuspendMouseWheel() {
-  if (Thumbnails* browser = Windows().Get<Thumbnails>("Thumbnails")) browser->SuspendMouseWheel();
+  if (Thumbnails* browser = Windows().Get<Thumbnails>()) browser->SuspendMouseWheel();
 }
 
 void ResumeMouseWheel() {
-  if (Thumbnails* browser = Windows().Get<Thumbnails>("Thumbnails")) browser->ResumeMouseWheel();
+  if (Thumbnails* browser = Windows().Get<Thumbnails>()) browser->ResumeMouseWheel();
 }

@@ -24,14 +24,14 @@
 #include "controls/PaintRoutines.h"
 #include "controls/ThumbnailScroll.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/Database.h"
-#include "shell/HelpTexts.h"
+#include "core/Database.h"
+#include "core/HelpTexts.h"
 #include "shell/MainForm.h"
-#include "shell/Settings.h"
-#include "shell/Statements.h"
-#include "shell/WindowRegistry.h"
+#include "core/Settings.h"
+#include "core/Statements.h"
+#include "core/WindowRegistry.h"
 
 using namespace pagegeometry;
 
@@ -279,11 +279,11 @@ void Thumbnails::Form_Load() {
   ThumbnailSize->SetValue(QString::number(app.ThumbnailSizeTwips / 1440.0, 'f', 3));
 
   app.AlbumMode = false;
-  commandBar_ = Windows().Get<CommandBar>("CommandBar");
+  commandBar_ = Windows().Get<CommandBar>();
   if (!commandBar_) {
     commandBar_ = new CommandBar;
     ownsCommandBar_ = true;
-    Windows().Loaded("CommandBar", commandBar_);
+    Windows().Loaded(WindowId::CommandBar, commandBar_);
   }
   ChangeFormSize();
 
@@ -314,9 +314,9 @@ void Thumbnails::ChangeDirectory() {
   if (!app.RefitInProgress) {
     // An audio keeps playing in its minimised viewer; the picture and video
     // viewers would show a file of the former list.
-    if (QWidget* audio = Windows().Find("SingleAudio")) audio->showMinimized();
-    Windows().Unload("SingleVideo");
-    Windows().Unload("SingleImage");
+    if (QWidget* audio = Windows().Find(WindowId::SingleAudio)) audio->showMinimized();
+    Windows().Unload(WindowId::SingleVideo);
+    Windows().Unload(WindowId::SingleImage);
   }
   HideHighlight();
   // The tab strip stays out of reach while the lists are rebuilt.

@@ -17,6 +17,8 @@
 #include "browser/Listing.h"
 #include "browser/PageGeometry.h"
 
+#include "core/WindowRoles.h"
+
 class BalloonHelp;
 class LoadingMessage;
 class CommandBar;
@@ -33,6 +35,7 @@ struct ThumbnailResult;
 class Thumbnails : public QWidget {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::Thumbnails;
   explicit Thumbnails(QWidget* parent = nullptr);
   ~Thumbnails() override;
 

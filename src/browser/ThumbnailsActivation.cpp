@@ -9,20 +9,19 @@
 #include "controls/BalloonHelp.h"
 #include "controls/NumberBox.h"
 #include "controls/ThumbnailScroll.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/HelpTexts.h"
+#include "core/HelpTexts.h"
 #include "shell/MainForm.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowRegistry.h"
 
 void Thumbnails::Form_Activate() {
   AppState& app = App();
-  Windows().Unload("RenameFile");
+  Windows().Unload(WindowId::RenameFile);
   if (!app.RefitInProgress) {
     if (!app.RefitDone) {
-      for (const char* name : {"SingleImage", "SingleVideo", "SingleAudio", "AlbumEdit",
-                               "OptionsEntry", "SelectionSort", "FindFiles"})
-        if (QWidget* window = Windows().Find(name)) window->showMinimized();
+      for (WindowId id : WindowsWith([](const WindowRoles& r) { return r.MinimisedByBrowser; }))
+        if (QWidget* window = Windows().Find(id)) window->showMinimized();
     } else {
       app.RefitDone = false;
     }
@@ -33,7 +32,7 @@ void Thumbnails::Form_Activate() {
   LoadHelp();
   // Each activation of the browser starts the main window's watch, which
   // makes the first-run offers.
-  if (MainForm* main = Windows().Get<MainForm>("MainForm")) main->StartTimer1();
+  if (MainForm* main = Windows().Get<MainForm>()) main->StartTimer1();
 }
 
 void Thumbnails::Form_Deactivate() {

@@ -14,7 +14,7 @@
 
 #include "browser/BrowserKeys.h"
 #include "browser/CellNavigation.h"
-#include "browser/CommonKeys.h"
+#include "core/CommonKeys.h"
 #include "browser/HighlightFrame.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/PathParts.h"
@@ -23,10 +23,10 @@
 #include "controls/ThumbnailScroll.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/Settings.h"
-#include "shell/WindowRegistry.h"
+#include "core/Settings.h"
+#include "core/WindowRegistry.h"
 
 namespace {
 
@@ -91,7 +91,7 @@ void Thumbnails::Form_KeyDown(int keyCode, int shift) {
       VScroll[size_t(tab - 1)]->SetValue(VScroll[size_t(tab - 1)]->Max());
       break;
     case FormKeyKind::EndProgram:
-      if (QWidget* main = Windows().Find("MainForm")) main->close();
+      if (QWidget* main = Windows().Find(WindowId::MainForm)) main->close();
       break;
     case FormKeyKind::GoToTab:
       SetCurrentTab(action.Tab);
@@ -100,7 +100,7 @@ void Thumbnails::Form_KeyDown(int keyCode, int shift) {
       if (commandBar_) commandBar_->ClickIfEnabled(action.Button);
       break;
     case FormKeyKind::Minimise:
-      if (QWidget* main = Windows().Find("MainForm")) main->showMinimized();
+      if (QWidget* main = Windows().Find(WindowId::MainForm)) main->showMinimized();
       break;
     case FormKeyKind::Enter:
       EnterKey();
@@ -259,7 +259,7 @@ void Thumbnails::CellGotFocus(int tab, int index) {
   ++gotFocusRuns_;
   // Only the cells of the tab in front stand for its items.
   if (tab != currentTab_) return;
-  if (tab == PicturesTab) Windows().Unload("SlideshowController");
+  if (tab == PicturesTab) Windows().Unload(WindowId::SlideshowController);
   const TabState& state = Tab(tab);
   CurrentIndex(tab) = state.PageFirst + index;
   if (CurrentIndex(tab) < state.Count)
@@ -395,8 +395,8 @@ void Thumbnails::MenuAction(const QString& action) {
 void Thumbnails::NumberBoxPressed(QWidget* box, int tab) {
   // The size box and the pictures' position box close the picture viewer,
   // the videos' position box the video viewer.
-  if (tab == PicturesTab) Windows().Unload("SingleImage");
-  if (tab == VideosTab) Windows().Unload("SingleVideo");
+  if (tab == PicturesTab) Windows().Unload(WindowId::SingleImage);
+  if (tab == VideosTab) Windows().Unload(WindowId::SingleVideo);
   QCoreApplication::processEvents();
   HideHighlight();
   if (auto* number = qobject_cast<NumberBox*>(box)) number->txtNumber()->setFocus();

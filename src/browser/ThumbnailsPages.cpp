@@ -15,9 +15,9 @@
 #include "controls/NewImage.h"
 #include "controls/NewTabControl.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowRegistry.h"
 
 using namespace pagegeometry;
 
@@ -61,9 +61,9 @@ QString Thumbnails::EntryPath(const QString& entry) const {
 
 void Thumbnails::FillPicturePage() {
   AppState& app = App();
-  if (QWidget* viewer = Windows().Find("SingleImage")) {
+  if (QWidget* viewer = Windows().Find(WindowId::SingleImage)) {
     viewer->hide();
-    if (!app.RefitInProgress) Windows().Unload("SingleImage");
+    if (!app.RefitInProgress) Windows().Unload(WindowId::SingleImage);
   }
   HideHighlight();
   TabState& state = Tab(PicturesTab);
@@ -174,16 +174,16 @@ QString Thumbnails::CellTooltip(int tab, qint32 index) const {
 
 void Thumbnails::FillVideoPage() {
   AppState& app = App();
-  if (QWidget* viewer = Windows().Find("SingleVideo")) {
+  if (QWidget* viewer = Windows().Find(WindowId::SingleVideo)) {
     viewer->hide();
-    if (!app.RefitInProgress) Windows().Unload("SingleVideo");
+    if (!app.RefitInProgress) Windows().Unload(WindowId::SingleVideo);
   }
   FillListPage(VideosTab);
 }
 
 void Thumbnails::FillAudioPage() {
   AppState& app = App();
-  if (QWidget* viewer = Windows().Find("SingleAudio"); viewer && !app.RefitInProgress)
+  if (QWidget* viewer = Windows().Find(WindowId::SingleAudio); viewer && !app.RefitInProgress)
     viewer->showMinimized();
   // An audio CD's tracks take their titles when the disc's titles are known.
   cdTitlesKnown_ = false;

@@ -2,7 +2,7 @@
 
 #include "catalogue/NumberFormat.h"
 #include "platform/CdDevices.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 void FillCdDrives() {
   App().CdDrives = platform::ListCdDevices();

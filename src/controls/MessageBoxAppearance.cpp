@@ -1,7 +1,7 @@
 #include "controls/MessageBoxAppearance.h"
 
 #include "controls/MsgBoxEnhanced.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 void SetMessageBoxAppearance() {
   MsgBoxEnhanced* box = App().MsgBox;

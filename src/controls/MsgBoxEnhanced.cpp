@@ -8,7 +8,7 @@
 #include "controls/MsgBoxLayout.h"
 #include "controls/MsgBoxStyle.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "controls/ScrollTrack.h"
 #include "controls/WheelNotchFilter.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 namespace {
 

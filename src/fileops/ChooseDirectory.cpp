@@ -12,7 +12,7 @@
 #include <QScreen>
 #include <QTimer>
 
-#include "browser/CommonKeys.h"
+#include "core/CommonKeys.h"
 #include "browser/MouseWheelSuspend.h"
 #include "catalogue/PathParts.h"
 #include "catalogue/PathRoutines.h"
@@ -24,13 +24,11 @@
 #include "platform/KeyCodes.h"
 #include "platform/SystemMessage.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
-#include "shell/WindowRegistry.h"
+#include "core/AppState.h"
+#include "core/WindowRegistry.h"
 
 
 namespace {
-
-constexpr const char* WindowName = "ChooseDirectory";
 
 // Measures of the window's contents, in twips.
 constexpr int Margin = 120;
@@ -55,7 +53,7 @@ QRect TwipsOf(const QRect& pixels) {
 // The area the chooser keeps to: the main window while it is on the
 // screen, else the work area of the screen.
 QRect MainAreaTwips() {
-  if (QWidget* main = Windows().Find("MainForm"); main && main->isVisible() && !main->isMinimized())
+  if (QWidget* main = Windows().Find(WindowId::MainForm); main && main->isVisible() && !main->isMinimized())
     return TwipsOf(main->frameGeometry());
   const QScreen* screen = QGuiApplication::primaryScreen();
   return TwipsOf(screen ? screen->availableGeometry() : QRect(0, 0, 1024, 768));
@@ -63,7 +61,7 @@ QRect MainAreaTwips() {
 
 // The browser's size, when it is on the screen, for the chooser's first place.
 QSize BrowserSizeTwips() {
-  QWidget* browser = Windows().Find("Thumbnails");
+  QWidget* browser = Windows().Find(WindowId::Thumbnails);
   if (!browser || !browser->isVisible()) return QSize();
   return QSize(twips::FromPixels(browser->width()), twips::FromPixels(browser->height()));
 }
@@ -87,7 +85,7 @@ ChooseDirectory::ChooseDirectory(QWidget* parent)
       Label1(new QLabel(this)),
       OKButton(new QPushButton("&OK", this)),
       cancelButton(new QPushButton("Cancel", this)) {
-  setObjectName(WindowName);
+  setObjectName(WindowName(Id));
   setAttribute(Qt::WA_DeleteOnClose);
   setWindowTitle(" Choose Directory");
   // The inside may shrink a little below the smallest outer size, by the
@@ -140,14 +138,12 @@ ChooseDirectory::ChooseDirectory(QWidget* parent)
   loadedOuter_ = KeepWithinArea(ReadDirectoryRect(area, BrowserSizeTwips()), area);
   SetOuterTwips(loadedOuter_);
 
-  App().ChooseDirectoryOpen = true;
-  Windows().Loaded(WindowName, this);
+  Windows().Loaded(this);
 }
 
 ChooseDirectory::~ChooseDirectory() {
   // A window deleted without a close (the program's end) still lets go.
   if (wheelSuspended_) ResumeMouseWheel();
-  if (!closed_) App().ChooseDirectoryOpen = false;
 }
 
 void ChooseDirectory::Display(const QString& folder, const QString& mode) {
@@ -218,8 +214,8 @@ void ChooseDirectory::OKButton_Click() {
   if (!app.ChosenFolder.isEmpty() && QFileInfo(app.ChosenFolder).isDir()) {
     app.OperationFileName = NewFile->text() + Extension->text();
     app.DirectoryCancelled = false;
-    if (Windows().Find(WindowName) == this)
-      Windows().Unload(WindowName);
+    if (Windows().Find(Id) == this)
+      Windows().Unload(Id);
     else
       close();
     return;
@@ -233,8 +229,8 @@ void ChooseDirectory::OKButton_Click() {
 
 void ChooseDirectory::cancelButton_Click() {
   App().DirectoryCancelled = true;
-  if (Windows().Find(WindowName) == this)
-    Windows().Unload(WindowName);
+  if (Windows().Find(Id) == this)
+    Windows().Unload(Id);
   else
     close();
 }
@@ -273,9 +269,9 @@ void ChooseDirectory::closeEvent(QCloseEvent* event) {
   event->accept();
   if (closed_) return;
   closed_ = true;
+  Windows().Closed(this);
   AppState& app = App();
   if (!app.ShuttingDown) SaveDirectoryRect(OuterTwips(), isMinimized());
-  app.ChooseDirectoryOpen = false;
   if (wheelSuspended_) {
     wheelSuspended_ = false;
     ResumeMouseWheel();
@@ -338,7 +334,7 @@ QSize ChooseDirectory::FrameExtra() const {
     const QSize own = frameGeometry().size() - size();
     if (!own.isEmpty()) return own;
   }
-  if (QWidget* main = Windows().Find("MainForm"); main && main->isVisible()) {
+  if (QWidget* main = Windows().Find(WindowId::MainForm); main && main->isVisible()) {
     const QSize theirs = main->frameGeometry().size() - main->size();
     if (!theirs.isEmpty()) return theirs;
   }
@@ -356,8 +352,8 @@ void ChooseDirectory::SetOuterTwips(const QRect& outer) {
 }
 
 void ChooseDirectoryWait(const QString& folder, const QString& mode) {
-  auto* window = Windows().Get<ChooseDirectory>(WindowName);
-  if (!window) window = new ChooseDirectory(Windows().Find("MainForm"));
+  auto* window = Windows().Get<ChooseDirectory>();
+  if (!window) window = new ChooseDirectory(Windows().Find(WindowId::MainForm));
   QPointer<ChooseDirectory> guard(window);
   QEventLoop loop;
   QObject::connect(window, &ChooseDirectory::Unloaded, &loop, &QEventLoop::quit);

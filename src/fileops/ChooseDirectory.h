@@ -12,7 +12,9 @@
 #include <QString>
 #include <QWidget>
 
-#include "browser/CommonKeys.h"
+#include "core/CommonKeys.h"
+
+#include "core/WindowRoles.h"
 
 class FolderTreeView;
 class QLabel;
@@ -22,6 +24,7 @@ class QPushButton;
 class ChooseDirectory : public QWidget, public FolderTreeWindow {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::ChooseDirectory;
   // Loads the window: reads its place and size from the settings, keeps it
   // on the main window's area and marks it open.
   explicit ChooseDirectory(QWidget* parent = nullptr);

@@ -5,7 +5,7 @@
 #include <cmath>
 #include <optional>
 
-#include "shell/Settings.h"
+#include "core/Settings.h"
 
 namespace {
 

@@ -12,7 +12,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
-#include "browser/CommonKeys.h"
+#include "core/CommonKeys.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/CdDrives.h"
 #include "catalogue/PathParts.h"
@@ -29,13 +29,13 @@
 #include "platform/KeyCodes.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/BarPictures.h"
 #include "shell/CommandBarHelpers.h"
-#include "shell/HelpTexts.h"
+#include "core/HelpTexts.h"
 #include "shell/MainForm.h"
-#include "shell/Settings.h"
-#include "shell/WindowRegistry.h"
+#include "core/Settings.h"
+#include "core/WindowRegistry.h"
 #include "system/MixerModule.h"
 
 using namespace commandbar;
@@ -63,10 +63,6 @@ constexpr int GroupGap = 90;
 constexpr int TimerInterval = 500;
 
 constexpr int F2 = keys::F1 + 1, F3 = keys::F1 + 2, F4 = keys::F1 + 3, F9 = keys::F1 + 8;
-
-// Windows that a click on the bar brings forward when they are open.
-const char* const ForwardWindows[] = {"SingleImage",   "SingleAudio",   "SingleVideo",
-                                      "OptionsEntry", "SelectionSort", "FindFiles"};
 
 }  // namespace
 
@@ -394,7 +390,7 @@ void CommandBar::Form_KeyDown(int keyCode, int shift) {
     if (browser) browser->SetCurrentTab(tab);
   };
   const auto minimiseMain = [] {
-    if (QWidget* main = Windows().Find("MainForm")) main->showMinimized();
+    if (QWidget* main = Windows().Find(WindowId::MainForm)) main->showMinimized();
   };
 
   switch (keyCode) {
@@ -417,7 +413,7 @@ void CommandBar::Form_KeyDown(int keyCode, int shift) {
       if (scroll) scroll->SetValue(scroll->Max());
       return;
     case keys::Escape:
-      Windows().Unload("MainForm");
+      Windows().Unload(WindowId::MainForm);
       return;
     case keys::F1:
       if (ctrl)
@@ -481,8 +477,8 @@ bool CommandBar::eventFilter(QObject* watched, QEvent* event) {
 
 void CommandBar::ReleaseFocus() {
   focusButton->setFocus(Qt::OtherFocusReason);
-  for (const char* name : ForwardWindows) {
-    QWidget* window = Windows().Find(name);
+  for (WindowId id : WindowsWith({}, RoleOrder::Forward)) {
+    QWidget* window = Windows().Find(id);
     if (!window) continue;
     QWidget* frame = FrameOf(window);
     if (frame->isMinimized() || !frame->isVisible()) continue;
@@ -507,3 +503,11 @@ void CommandBar::ApplyHelp() {
     if (control) balloons_->SetBalloon(control, HelpText(entry.Control), entry.Title);
   }
 }
+
+// ---- What the keys of every window reach ---------------------------------------
+
+void CommandBar::PressHelpButton() { ClickIfEnabled("HelpButton"); }
+void CommandBar::PressDirectoryButton() { ClickIfEnabled("DirectoryButton"); }
+void CommandBar::PressSearchButton() { ClickIfEnabled("searchButton"); }
+void CommandBar::StepVolume(int direction) { ::StepVolume(direction); }
+void CommandBar::ToggleMute() { ::ToggleMute(); }

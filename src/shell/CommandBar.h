@@ -11,15 +11,20 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "core/CommonKeys.h"
+
+#include "core/WindowRoles.h"
+
 class BalloonHelp;
 class Button;
 class NewSlider;
 class QLabel;
 class QPushButton;
 
-class CommandBar : public QWidget {
+class CommandBar : public QWidget, public CommonKeyCommands {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::CommandBar;
   explicit CommandBar(QWidget* parent = nullptr);
   ~CommandBar() override;
 
@@ -103,6 +108,13 @@ class CommandBar : public QWidget {
   // Runs the click of the named button when the button is enabled; whether
   // it ran. An unknown name runs nothing.
   bool ClickIfEnabled(const QString& buttonName);
+
+  // ---- What the keys of every window reach ----------------------------------
+  void PressHelpButton() override;
+  void PressDirectoryButton() override;
+  void PressSearchButton() override;
+  void StepVolume(int direction) override;
+  void ToggleMute() override;
 
   // ---- Volume --------------------------------------------------------------
   // From the slider: shows the value and sets the master, compact disc and

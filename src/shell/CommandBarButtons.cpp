@@ -14,12 +14,12 @@
 #include "platform/DesktopHandlers.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/CommandBarHelpers.h"
 #include "shell/MainForm.h"
-#include "shell/Settings.h"
-#include "shell/WindowRegistry.h"
+#include "core/Settings.h"
+#include "core/WindowRegistry.h"
 #include "system/MixerModule.h"
 
 using namespace commandbar;
@@ -52,19 +52,19 @@ void CommandBar::HelpButton_Click() {
 
 void CommandBar::aboutButton_Click() {
   ReleaseFocus();
-  if (auto* main = Windows().Get<MainForm>("MainForm")) {
+  if (auto* main = Windows().Get<MainForm>()) {
     main->ShowAbout();
     return;
   }
-  if (QWidget* about = Windows().Find("frmAbout")) about->activateWindow();
+  if (QWidget* about = Windows().Find(WindowId::frmAbout)) about->activateWindow();
 }
 
 void CommandBar::refreshButton_Click() {
   ReleaseFocus();
   if (Thumbnails* browser = Browser()) browser->ChangePattern();
   QCoreApplication::processEvents();
-  if (App().SingleAudioOpen) {
-    if (QWidget* audio = Windows().Find("SingleAudio")) {
+  if (Windows().IsLoaded(WindowId::SingleAudio)) {
+    if (QWidget* audio = Windows().Find(WindowId::SingleAudio)) {
       FrameOf(audio)->show();
       FrameOf(audio)->showMinimized();
     }
@@ -106,7 +106,8 @@ void CommandBar::cdButton_Click() {
     return;
   }
   // The viewers would play against the CD player.
-  for (const char* viewer : {"SingleImage", "SingleVideo", "SingleAudio"}) Windows().Unload(viewer);
+  for (WindowId viewer : {WindowId::SingleImage, WindowId::SingleVideo, WindowId::SingleAudio})
+    Windows().Unload(viewer);
   StartViewer("//cd");
 }
 
@@ -152,8 +153,8 @@ void CommandBar::albumButton_Click() {
   // The album selection is not part of the program yet (the button is
   // disabled); when loaded, it is centred on the button, 15 twips to the
   // left, and sits 30 twips above it.
-  Windows().Unload("AlbumEdit");
-  QWidget* select = Windows().Find("AlbumSelect");
+  Windows().Unload(WindowId::AlbumEdit);
+  QWidget* select = Windows().Find(WindowId::AlbumSelect);
   if (!select) return;
   QWidget* frame = FrameOf(select);
   const QPoint buttonCentre = albumButton->mapToGlobal(albumButton->rect().center());
@@ -168,18 +169,18 @@ void CommandBar::albumButton_Click() {
 void CommandBar::searchButton_Click() {
   ReleaseFocus();
   // The file search is not part of the program yet; the button is disabled.
-  ShowNormal("FindFiles");
+  ShowNormal(WindowId::FindFiles);
 }
 
 void CommandBar::sortButton_Click() {
   ReleaseFocus();
   App().ListingStale = false;
-  ShowNormal("SelectionSort");
+  ShowNormal(WindowId::SelectionSort);
 }
 
 void CommandBar::magnifierButton_Click() {
   ReleaseFocus();
-  if (QWidget* magnifier = Windows().Find("Magnifier")) {
+  if (QWidget* magnifier = Windows().Find(WindowId::Magnifier)) {
     magnifier->show();
     magnifier->raise();
   }
@@ -187,7 +188,7 @@ void CommandBar::magnifierButton_Click() {
 
 void CommandBar::optionsButton_Click() {
   ReleaseFocus();
-  ShowNormal("OptionsEntry");
+  ShowNormal(WindowId::OptionsEntry);
 }
 
 void CommandBar::multimediaButton_Click() {

@@ -6,8 +6,8 @@
 
 #include "browser/Thumbnails.h"
 #include "controls/MsgBoxEnhanced.h"
-#include "shell/WindowFrame.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowFrame.h"
+#include "core/WindowRegistry.h"
 
 namespace commandbar {
 
@@ -15,7 +15,7 @@ namespace commandbar {
 inline constexpr qint16 OkExclamation = 48;
 inline constexpr qint16 OkInformation = 64;
 
-inline Thumbnails* Browser() { return Windows().Get<Thumbnails>("Thumbnails"); }
+inline Thumbnails* Browser() { return Windows().Get<Thumbnails>(); }
 
 inline void Say(const QString& prompt, qint16 style, const QString& title) {
   CreateMsgBox()->MsgBox(prompt, style, title);
@@ -23,8 +23,8 @@ inline void Say(const QString& prompt, qint16 style, const QString& title) {
 
 // Brings a loaded window forward and, as the bar's buttons do, to its
 // normal state.
-inline void ShowNormal(const QString& name) {
-  QWidget* window = Windows().Find(name);
+inline void ShowNormal(WindowId id) {
+  QWidget* window = Windows().Find(id);
   if (!window) return;
   QWidget* frame = FrameOf(window);
   frame->showNormal();

@@ -14,7 +14,7 @@
 #include "controls/PaintRoutines.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/SystemMessage.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
   setObjectName("frmAbout");

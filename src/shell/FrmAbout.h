@@ -5,12 +5,15 @@
 
 #include <QDialog>
 
+#include "core/WindowRoles.h"
+
 class QLabel;
 class QPushButton;
 
 class frmAbout : public QDialog {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::frmAbout;
   explicit frmAbout(QWidget* parent = nullptr);
 
   QLabel* lblTitle = nullptr;

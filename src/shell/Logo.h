@@ -5,11 +5,14 @@
 
 #include <QWidget>
 
+#include "core/WindowRoles.h"
+
 class QLabel;
 
 class Logo : public QWidget {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::Logo;
   explicit Logo(QWidget* parent = nullptr);
   ~Logo() override;
 

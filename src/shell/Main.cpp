@@ -7,7 +7,7 @@
 
 #include "platform/SingleInstance.h"
 #include "platform/SystemMessage.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/MainForm.h"
 #include "shell/SizeForm.h"
 
@@ -30,7 +30,6 @@ int Main(QApplication& application) {
 
   app.MainActivated = false;
   app.ShuttingDown = false;
-  app.ChooseDirectoryOpen = false;
   app.FindFilesTreeLive = false;
   app.IsNtPlatform = true;
   app.IsNotNtPlatform = !app.IsNtPlatform;

@@ -21,17 +21,18 @@
 #include "platform/SiblingPrograms.h"
 #include "platform/SpeechEngine.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/DataFile.h"
+#include "core/DataFile.h"
 #include "shell/ForwardWindowWatch.h"
 #include "shell/FrmAbout.h"
 #include "shell/Logo.h"
-#include "shell/Settings.h"
+#include "core/Settings.h"
 #include "shell/SizeForm.h"
+#include "shell/SplashMessage.h"
 #include "shell/WindowFit.h"
-#include "shell/WindowRegistry.h"
-#include "shell/WindowFrame.h"
+#include "core/WindowRegistry.h"
+#include "core/WindowFrame.h"
 
 namespace {
 
@@ -86,12 +87,12 @@ MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
   // deactivation when another window of the program does.
   connect(forward_, &ForwardWindowWatch::ForwardChanged, this, [](QWidget* previous, QWidget* now) {
     if (App().ShuttingDown) return;
-    Thumbnails* browser = Windows().Get<Thumbnails>("Thumbnails");
+    Thumbnails* browser = Windows().Get<Thumbnails>();
     if (!browser) return;
     if (previous == browser) browser->Form_Deactivate();
     if (now == browser) browser->Form_Activate();
   });
-  Windows().Loaded("MainForm", this);
+  Windows().Loaded(WindowId::MainForm, this);
 }
 
 MainForm::~MainForm() = default;
@@ -143,9 +144,9 @@ bool MainForm::MDIForm_Load() {
   }
   if (app.SplashShown) ShowSplash();
 
-  if (!OpenDataFile()) {
+  if (!OpenDataFile(ShowSplashMessage)) {
     QApplication::restoreOverrideCursor();
-    Windows().Unload("Logo");
+    Windows().Unload(WindowId::Logo);
     delete Logo::Instance();
     app.SplashShown = false;
     return false;
@@ -183,7 +184,7 @@ bool MainForm::MDIForm_Load() {
 void MainForm::ShowSplash() {
   auto* logo = new Logo;
   logo->setAttribute(Qt::WA_DeleteOnClose);
-  Windows().Loaded("Logo", logo);
+  Windows().Loaded(WindowId::Logo, logo);
   logo->setWindowFlag(Qt::WindowStaysOnTopHint);
   if (const QScreen* s = QGuiApplication::primaryScreen())
     logo->move(s->availableGeometry().center() - logo->rect().center());
@@ -248,7 +249,7 @@ void MainForm::MDIForm_Activate() {
     app.MainClientWidth = outer.width() - 2 * BorderWidth;
 
     auto* bar = new CommandBar;
-    Windows().Loaded("CommandBar", bar);
+    Windows().Loaded(WindowId::CommandBar, bar);
     // The window system's menu of the window takes no entries of a program
     // here: "About Vistrel" stands in the command bar's own popup menu.
     auto* about = new QAction("About Vistrel", bar);
@@ -257,7 +258,7 @@ void MainForm::MDIForm_Activate() {
     bar->setContextMenuPolicy(Qt::ActionsContextMenu);
     commandBarWindow_ = AddFixedSubWindow(area_, bar);
     auto* browser = new Thumbnails;
-    Windows().Loaded("Thumbnails", browser);
+    Windows().Loaded(WindowId::Thumbnails, browser);
     thumbnailsWindow_ = AddFixedSubWindow(area_, browser);
     PlaceBrowser();
     if (app.SplashShown) {
@@ -268,7 +269,7 @@ void MainForm::MDIForm_Activate() {
     QApplication::changeOverrideCursor(Qt::WaitCursor);
     QCoreApplication::processEvents();
     if (app.SplashShown) {
-      Windows().Unload("Logo");
+      Windows().Unload(WindowId::Logo);
       app.SplashShown = false;
     }
     // The browser's first activation: it becomes the current window, loads
@@ -279,7 +280,7 @@ void MainForm::MDIForm_Activate() {
     browser->Form_Activate();
   }
   // The wheel pages the browser again.
-  if (Thumbnails* browser = Windows().Get<Thumbnails>("Thumbnails")) browser->WheelOnCurrentTab();
+  if (Thumbnails* browser = Windows().Get<Thumbnails>()) browser->WheelOnCurrentTab();
   app.MainActivated = true;
   QApplication::restoreOverrideCursor();
 }
@@ -325,7 +326,7 @@ void MainForm::MDIForm_Resize() {
   if (app.MainActivated) {
     if (state == MainWindowState::Minimised) {
       WasMinimised = true;
-      Windows().Unload("Magnifier");
+      Windows().Unload(WindowId::Magnifier);
       SkipRestart = true;
     } else if (WasMinimised) {
       WasMinimised = false;
@@ -366,11 +367,11 @@ void MainForm::Timer1_Timer() {
   check.MerlinShown = settings::GetSetting("MerlinShown", "") == "Yes";
   const FirstRunActions actions = FirstRunTimerActions(check);
 
-  QPointer<CommandBar> bar = Windows().Get<CommandBar>("CommandBar");
+  QPointer<CommandBar> bar = Windows().Get<CommandBar>();
   if (bar) bar->HelpButton->setEnabled(actions.HelpEnabled);
   if (actions.PressHelp && bar) bar->ClickIfEnabled("HelpButton");
   if (actions.ShowOptionsEntry)
-    if (QWidget* options = FrameOf(Windows().Find("OptionsEntry"))) options->show();
+    if (QWidget* options = FrameOf(Windows().Find(WindowId::OptionsEntry))) options->show();
   if (actions.PressOptions && bar) bar->ClickIfEnabled("optionsButton");
   FirstTimerRun = false;
   if (actions.Restart && !App().ShuttingDown) Timer1.start();
@@ -433,11 +434,12 @@ void MainForm::SysInfo_SettingChanged() {
 bool MainForm::MDIForm_QueryUnload() {
   AppState& app = App();
   app.CloseRefused = false;
-  Windows().Unload("frmAbout");
-  for (const char* name : {"OptionsEntry", "SelectionSort", "AlbumEdit"}) {
-    Windows().Unload(name);
+  for (WindowId id : WindowsWith([](const WindowRoles& r) { return r.ClosesFirst; }))
+    Windows().Unload(id);
+  for (WindowId id : WindowsWith({}, RoleOrder::CloseAsk)) {
+    Windows().Unload(id);
     if (app.CloseRefused) {
-      if (QWidget* refusing = Windows().Find(name)) refusing->setFocus();
+      if (QWidget* refusing = Windows().Find(id)) refusing->setFocus();
       return false;
     }
     QCoreApplication::processEvents();
@@ -445,7 +447,7 @@ bool MainForm::MDIForm_QueryUnload() {
   app.ShuttingDown = true;
   Timer1.stop();
   Timer2.stop();
-  Windows().UnloadAllExcept({"MainForm"});
+  Windows().UnloadAllExcept({WindowId::MainForm});
   commandBarWindow_ = nullptr;
   thumbnailsWindow_ = nullptr;
   ReleaseMsgBox();
@@ -456,12 +458,12 @@ bool MainForm::MDIForm_QueryUnload() {
 }
 
 void MainForm::ShowAbout() {
-  if (QWidget* open = Windows().Find("frmAbout")) {
+  if (QWidget* open = Windows().Find(WindowId::frmAbout)) {
     open->activateWindow();
     return;
   }
   auto* about = new frmAbout(this);
-  Windows().Loaded("frmAbout", about);
+  Windows().Loaded(WindowId::frmAbout, about);
   about->show();
   about->activateWindow();
 }

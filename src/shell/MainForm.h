@@ -11,6 +11,8 @@
 
 #include "shell/MainPosition.h"
 
+#include "core/WindowRoles.h"
+
 class ForwardWindowWatch;
 class QMdiArea;
 class QMdiSubWindow;
@@ -20,6 +22,7 @@ class SizeForm;
 class MainForm : public QMainWindow {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::MainForm;
   explicit MainForm(SizeForm* sizeForm, QWidget* parent = nullptr);
   ~MainForm() override;
 
@@ -66,9 +69,6 @@ class MainForm : public QMainWindow {
   void RefitSingleImage();
   void RefitSingleVideo();
 
-  // Loads the album selection again, placed above the command bar's album
-  // button; the album selection sets it when it joins the program.
-  std::function<QWidget*()> LoadAlbumSelect;
   // Fits the picture viewer's picture to its largest size again; the
   // picture viewer sets it when it joins the program.
   std::function<void()> RefitPicture;

@@ -11,12 +11,12 @@
 #include "browser/Thumbnails.h"
 #include "controls/ThumbnailScroll.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/MainForm.h"
 #include "shell/WindowFit.h"
-#include "shell/WindowFrame.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowFrame.h"
+#include "core/WindowRegistry.h"
 
 namespace {
 
@@ -26,22 +26,17 @@ void SetNormal(QWidget* frame) {
   if (frame->windowState() & MinMax) frame->setWindowState(frame->windowState() & ~MinMax);
 }
 
-// The windows that a refit closes and does not bring back.
-const char* const PassingWindows[] = {
-    "Background",    "ChangeMP3",    "ChooseDirectory", "CleaningMessage", "CopyMessage",
-    "DeleteMessage", "DeleteVerify", "frmAbout",        "LoadingMessage",  "MessageBox",
-    "PrinterSetup",  "RenameFile",   "ReplaceVerify",   "SlideshowController", "Target"};
-
-// The windows whose state a refit notes and puts back.
-const char* const KeptWindows[] = {"AlbumEdit", "FindFiles", "SingleImage", "SingleVideo",
-                                   "SingleAudio"};
+std::vector<WindowId> WindowsThat(OnRefit refit) {
+  return WindowsWith([refit](const WindowRoles& r) { return r.Refit == refit; },
+                     refit == OnRefit::Kept ? RoleOrder::Refit : RoleOrder::Table);
+}
 
 }  // namespace
 
 // ---- Windows inside the browser's area ---------------------------------------
 
 int MainForm::BrowserWidthTwips() const {
-  if (const QWidget* browser = Windows().Find("Thumbnails"))
+  if (const QWidget* browser = Windows().Find(WindowId::Thumbnails))
     return twips::FromPixels(browser->width());
   return OuterTwips().width() - pagegeometry::BrowserWidthMargin;
 }
@@ -51,7 +46,7 @@ namespace {
 // The browser's top left corner on the screen; below the command bar when
 // there is no browser.
 QPoint BrowserOrigin(const QMdiArea* area) {
-  if (const QWidget* browser = Windows().Find("Thumbnails"))
+  if (const QWidget* browser = Windows().Find(WindowId::Thumbnails))
     return browser->mapToGlobal(QPoint(0, 0));
   return area->viewport()->mapToGlobal(QPoint(0, twips::ToPixels(pagegeometry::CommandBarStrip)));
 }
@@ -83,7 +78,7 @@ void MainForm::SetRectInBrowser(QWidget* frame, const QRect& twipsRect) {
 
 void MainForm::CentreOnBrowser(QWidget* frame) {
   const QRect r = RectInBrowser(frame);
-  const QWidget* browser = Windows().Find("Thumbnails");
+  const QWidget* browser = Windows().Find(WindowId::Thumbnails);
   const int browserHeight = browser ? twips::FromPixels(browser->height())
                                     : App().MainClientHeight - pagegeometry::CommandBarStrip;
   SetRectInBrowser(frame, QRect((BrowserWidthTwips() - r.width()) / 2,
@@ -110,11 +105,11 @@ void MainForm::SizeForms(QWidget* window) {
 void MainForm::RefitSingleImage() {
   // The picture viewer sizes its own picture control: to its largest size,
   // unless it shows an animated picture, and the picture with it.
-  if (Windows().IsLoaded("SingleImage") && RefitPicture) RefitPicture();
+  if (Windows().IsLoaded(WindowId::SingleImage) && RefitPicture) RefitPicture();
 }
 
 void MainForm::RefitSingleVideo() {
-  QWidget* viewer = Windows().Find("SingleVideo");
+  QWidget* viewer = Windows().Find(WindowId::SingleVideo);
   if (!viewer) return;
   PlaceViewerWindow(viewer);
   SizeForms(viewer);
@@ -146,23 +141,26 @@ void MainForm::RefitAllWindows() {
   const std::array<qint32, TabCount> noted{app.CurrentPicture, app.CurrentVideo,
                                            app.CurrentAudio, app.CurrentDocument};
   const QString pendingFile = app.PendingFile;
-  QHash<QString, Qt::WindowStates> notedStates;
-  for (const char* name : KeptWindows)
-    if (QWidget* frame = FrameOf(Windows().Find(name)))
-      notedStates.insert(name, frame->windowState());
-  const auto notedState = [&notedStates](const QString& name, QWidget* frame) {
-    return notedStates.value(name, frame->windowState());
+  QHash<WindowId, Qt::WindowStates> notedStates;
+  for (WindowId id : WindowsThat(OnRefit::Kept))
+    if (QWidget* frame = FrameOf(Windows().Find(id))) notedStates.insert(id, frame->windowState());
+  const auto notedState = [&notedStates](WindowId id, QWidget* frame) {
+    return notedStates.value(id, frame->windowState());
   };
 
   app.RefitInProgress = true;
 
-  for (const char* name : PassingWindows) Windows().Unload(name);
-  const bool albumSelectWasOpen = app.AlbumSelectOpen || Windows().IsLoaded("AlbumSelect");
-  if (albumSelectWasOpen) Windows().Unload("AlbumSelect");
+  for (WindowId id : WindowsThat(OnRefit::Passes)) Windows().Unload(id);
+  std::vector<WindowId> reloaded;
+  for (WindowId id : WindowsThat(OnRefit::Reloaded)) {
+    if (!Windows().IsLoaded(id)) continue;
+    Windows().Unload(id);
+    reloaded.push_back(id);
+  }
 
   // The browser for the new size.
   QCoreApplication::processEvents();
-  QPointer<Thumbnails> browser = Windows().Get<Thumbnails>("Thumbnails");
+  QPointer<Thumbnails> browser = Windows().Get<Thumbnails>();
   const int tab = browser ? browser->CurrentTab() : PicturesTab;
   PlaceBrowser();
   if (browser) browser->ChangeFormSize();
@@ -173,7 +171,7 @@ void MainForm::RefitAllWindows() {
   if (browser) {
     const qint32 item = noted[size_t(tab - 1)];
     if (!pendingFile.isEmpty() || item >= browser->Tab(tab).PageSize) {
-      QPointer<CommandBar> bar = Windows().Get<CommandBar>("CommandBar");
+      QPointer<CommandBar> bar = Windows().Get<CommandBar>();
       if (!bar || !bar->ClickIfEnabled("refreshButton")) {
         if (browser) browser->ChangePattern();
       }
@@ -185,8 +183,8 @@ void MainForm::RefitAllWindows() {
 
   QCoreApplication::processEvents();
   if (browser) browser->SetCurrentTab(tab);
-  for (const char* name : {"SelectionSort", "OptionsEntry"}) {
-    if (QWidget* frame = FrameOf(Windows().Find(name))) {
+  for (WindowId id : WindowsThat(OnRefit::Centred)) {
+    if (QWidget* frame = FrameOf(Windows().Find(id))) {
       SetNormal(frame);
       CentreOnBrowser(frame);
     }
@@ -195,59 +193,44 @@ void MainForm::RefitAllWindows() {
   // The window to show last, and its state.
   QPointer<QWidget> showLast;
   Qt::WindowStates showLastState = Qt::WindowNoState;
-  if (albumSelectWasOpen && LoadAlbumSelect) {
-    if (QWidget* select = LoadAlbumSelect()) {
-      showLast = select;
+  for (WindowId id : reloaded) {
+    if (QWidget* window = Windows().Load(id)) {
+      showLast = window;
       showLastState = Qt::WindowNoState;
     }
   }
-  if (QWidget* edit = Windows().Find("AlbumEdit")) {
-    QWidget* frame = FrameOf(edit);
-    const Qt::WindowStates was = notedState("AlbumEdit", frame);
-    if (was & Qt::WindowMinimized) {
-      frame->setWindowState((frame->windowState() & ~Qt::WindowMaximized) | Qt::WindowMinimized);
-    } else {
-      PlaceViewerWindow(edit);
-      showLast = edit;
-      showLastState = was;
-    }
-  }
 
-  // The viewers and the search, each on its item and as it was.
-  struct Kept {
-    const char* name;
-    int tab;  // whose current item it shows; 0 for none
-  };
-  for (const Kept kept : {Kept{"SingleImage", PicturesTab}, Kept{"SingleVideo", VideosTab},
-                          Kept{"SingleAudio", AudiosTab}, Kept{"FindFiles", 0}}) {
-    QWidget* window = Windows().Find(kept.name);
+  // The kept windows, each on its item and as it was.
+  for (WindowId id : WindowsThat(OnRefit::Kept)) {
+    const WindowRoles& roles = RolesOf(id);
+    QWidget* window = Windows().Find(id);
     if (!window) continue;
-    if (kept.tab != 0) {
-      const qint32 item = noted[size_t(kept.tab - 1)];
-      Thumbnails::CurrentIndex(kept.tab) = item;
+    if (const int shown = roles.ShowsTab; shown != 0) {
+      const qint32 item = noted[size_t(shown - 1)];
+      Thumbnails::CurrentIndex(shown) = item;
       if (browser) {
-        const TabState& s = browser->Tab(kept.tab);
+        const TabState& s = browser->Tab(shown);
         const qint32 page = s.PageSize > 0 ? item / s.PageSize : 0;
-        if (page != browser->VScroll[size_t(kept.tab - 1)]->Value()) {
-          browser->ShowItemPage(kept.tab, item);
-          Thumbnails::CurrentIndex(kept.tab) = item;
+        if (page != browser->VScroll[size_t(shown - 1)]->Value()) {
+          browser->ShowItemPage(shown, item);
+          Thumbnails::CurrentIndex(shown) = item;
         }
       }
       // The page change may have closed the window.
-      window = Windows().Find(kept.name);
+      window = Windows().Find(id);
       if (!window) continue;
     }
     QWidget* frame = FrameOf(window);
-    const Qt::WindowStates was = notedState(kept.name, frame);
+    const Qt::WindowStates was = notedState(id, frame);
     if (was & Qt::WindowMinimized) {
       frame->showMinimized();
     } else {
       PlaceViewerWindow(window);
-      SizeForms(window);
+      if (roles.SizedOnRefit) SizeForms(window);
       showLast = window;
       showLastState = was;
-      if (kept.tab == PicturesTab) RefitSingleImage();
-      if (kept.tab == VideosTab) RefitSingleVideo();
+      if (roles.ShowsTab == PicturesTab) RefitSingleImage();
+      if (roles.ShowsTab == VideosTab) RefitSingleVideo();
     }
     QCoreApplication::processEvents();
   }

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "shell/Settings.h"
+#include "core/Settings.h"
 
 QRect RestoredMainRect(const QRect& workAreaTwips) {
   const int left = settings::GetInt("MainLeft", (workAreaTwips.width() - MainMinimumWidth) / 2);

@@ -5,9 +5,12 @@
 
 #include <QWidget>
 
+#include "core/WindowRoles.h"
+
 class SizeForm : public QWidget {
   Q_OBJECT
  public:
+  static constexpr WindowId Id = WindowId::SizeForm;
   explicit SizeForm(QWidget* parent = nullptr);
 };
 

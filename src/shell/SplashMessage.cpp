@@ -2,7 +2,7 @@
 
 #include <QCoreApplication>
 
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/Logo.h"
 
 void ShowSplashMessage(const QString& text) {

@@ -16,7 +16,7 @@
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/NewTabControl.h"
-#include "shell/Settings.h"
+#include "core/Settings.h"
 #include "support/TestEnv.h"
 
 namespace browsertest {

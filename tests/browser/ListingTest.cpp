@@ -9,8 +9,8 @@
 #include "browser/Listing.h"
 #include "catalogue/MediaTypes.h"
 #include "platform/DirectoryReader.h"
-#include "shell/AppState.h"
-#include "shell/Settings.h"
+#include "core/AppState.h"
+#include "core/Settings.h"
 #include "support/TestEnv.h"
 
 namespace {

@@ -14,8 +14,8 @@
 #include "controls/ThumbnailScroll.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
-#include "shell/WindowRegistry.h"
+#include "core/AppState.h"
+#include "core/WindowRegistry.h"
 
 using namespace browsertest;
 
@@ -157,8 +157,8 @@ TEST_F(ThumbnailsFocusTest, APressOnABoxClosesOnlyItsOwnViewer) {
   Thumbnails window;
   OpenActive(window, folder);
   const auto loadViewers = [] {
-    for (const char* name : {"SingleImage", "SingleVideo"})
-      if (!Windows().IsLoaded(name)) Windows().Loaded(name, new QWidget);
+    for (WindowId id : {WindowId::SingleImage, WindowId::SingleVideo})
+      if (!Windows().IsLoaded(id)) Windows().Loaded(id, new QWidget);
   };
   const auto press = [&window](int tab) {
     window.SetCurrentTab(tab);
@@ -167,16 +167,16 @@ TEST_F(ThumbnailsFocusTest, APressOnABoxClosesOnlyItsOwnViewer) {
 
   loadViewers();
   press(AudiosTab);
-  EXPECT_TRUE(Windows().IsLoaded("SingleImage"));
-  EXPECT_TRUE(Windows().IsLoaded("SingleVideo"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::SingleImage));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::SingleVideo));
   press(VideosTab);
-  EXPECT_TRUE(Windows().IsLoaded("SingleImage"));
-  EXPECT_FALSE(Windows().IsLoaded("SingleVideo"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::SingleImage));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SingleVideo));
   loadViewers();
   press(PicturesTab);
-  EXPECT_FALSE(Windows().IsLoaded("SingleImage"));
-  EXPECT_TRUE(Windows().IsLoaded("SingleVideo"));
-  Windows().Unload("SingleVideo");
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SingleImage));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::SingleVideo));
+  Windows().Unload(WindowId::SingleVideo);
 }
 
 TEST_F(ThumbnailsFocusTest, TheBottomStripKeepsItsGroupsApartInANarrowWindow) {

@@ -14,11 +14,11 @@
 #include "controls/ThumbnailScroll.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
-#include "shell/DataFile.h"
-#include "shell/Database.h"
-#include "shell/Statements.h"
-#include "shell/WindowRegistry.h"
+#include "core/AppState.h"
+#include "core/DataFile.h"
+#include "core/Database.h"
+#include "core/Statements.h"
+#include "core/WindowRegistry.h"
 
 using namespace browsertest;
 
@@ -323,7 +323,7 @@ TEST_F(ThumbnailsTest, EnterInTheSizeBoxLaysTheCellsOutAgainWithinTheBox) {
   Thumbnails window;
   // The command bar's refresh lists the folder again through the browser
   // it finds among the loaded windows.
-  Windows().Loaded("Thumbnails", &window);
+  Windows().Loaded(WindowId::Thumbnails, &window);
   Open(window, folder);
   ASSERT_EQ(window.Tab(PicturesTab).PageSize, 15);
 

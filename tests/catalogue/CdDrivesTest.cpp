@@ -2,7 +2,7 @@
 
 #include "catalogue/CdDrives.h"
 #include "platform/CdDevices.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "support/TestEnv.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include "controls/MessageBoxAppearance.h"
 #include "controls/MsgBoxEnhanced.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "support/MessageBoxAnswer.h"
 
 using testenv::WhenMessageBoxShown;

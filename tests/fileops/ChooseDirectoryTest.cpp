@@ -21,9 +21,9 @@
 #include "fileops/FolderTreeView.h"
 #include "fileops/NameCharacters.h"
 #include "platform/Twips.h"
-#include "shell/AppState.h"
-#include "shell/Settings.h"
-#include "shell/WindowRegistry.h"
+#include "core/AppState.h"
+#include "core/Settings.h"
+#include "core/WindowRegistry.h"
 #include "support/MessageBoxAnswer.h"
 #include "support/TestEnv.h"
 
@@ -37,14 +37,14 @@ void WaitWithStep(const QString& folder, const QString& mode,
   QTimer poll, guard;
   bool done = false;
   QObject::connect(&poll, &QTimer::timeout, [&] {
-    auto* window = Windows().Get<ChooseDirectory>("ChooseDirectory");
+    auto* window = Windows().Get<ChooseDirectory>();
     if (done || !window || !window->isVisible() || window->FolderTree->Path().isEmpty()) return;
     done = true;
     step(*window);
   });
   guard.setSingleShot(true);
   QObject::connect(&guard, &QTimer::timeout, [] {
-    if (QWidget* left = Windows().Find("ChooseDirectory")) {
+    if (QWidget* left = Windows().Find(WindowId::ChooseDirectory)) {
       ADD_FAILURE() << "the chooser stayed open";
       left->close();
     }
@@ -70,8 +70,8 @@ class ChooseDirectoryTest : public testing::Test {
  protected:
   void SetUp() override { CreateMsgBox()->SetSoundBeep(false); }
   void TearDown() override {
-    Windows().Unload("ChooseDirectory");
-    Windows().Unload("MainForm");
+    Windows().Unload(WindowId::ChooseDirectory);
+    Windows().Unload(WindowId::MainForm);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     ReleaseMsgBox();
   }
@@ -87,7 +87,7 @@ class ChooseDirectoryTest : public testing::Test {
 
   static bool Gone() {
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return !Windows().IsLoaded("ChooseDirectory");
+    return !Windows().IsLoaded(WindowId::ChooseDirectory);
   }
 };
 
@@ -104,7 +104,7 @@ TEST_F(ChooseDirectoryTest, ShowModeTakesTheSelectedFolderOnOk) {
     title = window.windowTitle();
     nameBoxShown = window.NewFile->isVisible() || window.Extension->isVisible() ||
                    window.Label1->isVisible();
-    openWhileUp = App().ChooseDirectoryOpen && App().DirectoryCancelled &&
+    openWhileUp = Windows().IsLoaded(WindowId::ChooseDirectory) && App().DirectoryCancelled &&
                   window.SizeMode() == "Small" && App().ChosenFolder == pictures;
     folderLabel = window.dName2->text();
     QTest::mouseClick(window.OKButton, Qt::LeftButton);
@@ -117,7 +117,7 @@ TEST_F(ChooseDirectoryTest, ShowModeTakesTheSelectedFolderOnOk) {
   EXPECT_EQ(App().ChosenFolder, pictures);
   EXPECT_FALSE(App().DirectoryCancelled);
   EXPECT_EQ(App().OperationFileName, "");  // the hidden box and label are empty
-  EXPECT_FALSE(App().ChooseDirectoryOpen);
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::ChooseDirectory));
   EXPECT_TRUE(Gone());
 
   // A double click on a folder is OK too, and the tree's own moves count.
@@ -184,9 +184,9 @@ TEST_F(ChooseDirectoryTest, OkOnAFolderRemovedMeanwhileWarnsAndStays) {
   EXPECT_TRUE(App().DirectoryCancelled);
   EXPECT_EQ(App().ChosenFolder, doomed);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_EQ(Windows().Find("ChooseDirectory"), window);
+  EXPECT_EQ(Windows().Find(WindowId::ChooseDirectory), window);
   EXPECT_TRUE(window->isVisible());
-  EXPECT_TRUE(App().ChooseDirectoryOpen);
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::ChooseDirectory));
 }
 
 TEST_F(ChooseDirectoryTest, CopyAndMoveOfferTheNameWithoutTheCharactersAFileNameCannotHold) {
@@ -258,7 +258,7 @@ TEST_F(ChooseDirectoryTest, PlaceAndSizeAreSavedOnCloseAndReadAtLoadOnTheMainAre
   auto* main = new QWidget;
   main->setGeometry(30, 20, 600, 450);
   main->show();
-  Windows().Loaded("MainForm", main);
+  Windows().Loaded(WindowId::MainForm, main);
   const QRect area = OuterTwips(main);
 
   // Without settings and without a browser: the default size, centred.
@@ -299,7 +299,7 @@ TEST_F(ChooseDirectoryTest, PlaceAndSizeAreSavedOnCloseAndReadAtLoadOnTheMainAre
   App().ShuttingDown = true;
   QTest::mouseClick(window->cancelButton, Qt::LeftButton);
   EXPECT_EQ(settings::GetSetting("DirectoryLeft"), "90000");
-  EXPECT_FALSE(App().ChooseDirectoryOpen);
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::ChooseDirectory));
 }
 
 TEST(DirectoryPlacement, DefaultsLimitsAndTheMinimisedWindow) {

@@ -20,10 +20,10 @@
 #include "platform/KeyCodes.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/SoundFont.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/Settings.h"
-#include "shell/WindowRegistry.h"
+#include "core/Settings.h"
+#include "core/WindowRegistry.h"
 #include "support/MessageBoxAnswer.h"
 #include "support/PulseServer.h"
 #include "support/TestEnv.h"
@@ -171,10 +171,10 @@ TEST_F(CommandBarTest, SiblingButtonsStartTheSiblingsWithTheirCommandWords) {
   started.clear();
   platform::SetCdDeviceOverride({MakeDisc("music", 2352, "TRACK 01 AUDIO\r\nINDEX 01 00:00:00\r\n")});
   QPointer<QWidget> viewer = new QWidget;
-  Windows().Loaded("SingleImage", viewer);
+  Windows().Loaded(WindowId::SingleImage, viewer);
   bar.cdButton_Click();
   EXPECT_EQ(started, QStringList({Lorvane("//cd")}));
-  EXPECT_FALSE(Windows().IsLoaded("SingleImage"));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SingleImage));
 
   started.clear();
   platform::SetCdDeviceOverride(
@@ -271,7 +271,7 @@ TEST_F(CommandBarTest, KeysOfTheBarReachTabsPagesTheMainWindowAndHome) {
   settings::SaveSetting("DefaultFolder", home);
 
   Thumbnails browser;
-  Windows().Loaded("Thumbnails", &browser);
+  Windows().Loaded(WindowId::Thumbnails, &browser);
   browser.resize(600, 400);
   browser.Form_Load();
   CommandBar* bar = browser.Bar();
@@ -281,7 +281,7 @@ TEST_F(CommandBarTest, KeysOfTheBarReachTabsPagesTheMainWindowAndHome) {
   // Ctrl with F1 to F4 brings a tab forward; F2 alone minimises the main
   // window, with Ctrl it does not.
   auto* main = new QWidget;
-  Windows().Loaded("MainForm", main);
+  Windows().Loaded(WindowId::MainForm, main);
   main->show();
   bar->Form_KeyDown(F1 + 2, keys::CtrlMask);
   EXPECT_EQ(browser.CurrentTab(), 3);
@@ -322,7 +322,7 @@ TEST_F(CommandBarTest, KeysOfTheBarReachTabsPagesTheMainWindowAndHome) {
   // Esc closes the main window, and with it the program.
   const QPointer<QWidget> guard(main);
   bar->Form_KeyDown(keys::Escape, 0);
-  EXPECT_FALSE(Windows().IsLoaded("MainForm"));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::MainForm));
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_TRUE(guard.isNull());
 }
@@ -335,7 +335,7 @@ TEST_F(CommandBarTest, TheFolderButtonLeavesAnAlbumForTheChosenFolder) {
   testenv::MakeFile(folder + "/a.bmp", QByteArray());
   settings::SaveSetting("DefaultFolder", folder);
   Thumbnails browser;
-  Windows().Loaded("Thumbnails", &browser);
+  Windows().Loaded(WindowId::Thumbnails, &browser);
   browser.Form_Load();
   CommandBar* bar = browser.Bar();
   App().AlbumMode = true;
@@ -348,7 +348,7 @@ TEST_F(CommandBarTest, TheFolderButtonLeavesAnAlbumForTheChosenFolder) {
   QString shownAt;
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
-    auto* chooser = Windows().Get<ChooseDirectory>("ChooseDirectory");
+    auto* chooser = Windows().Get<ChooseDirectory>();
     if (!chooser || !chooser->isVisible() || !chooser->dName2->text().contains("chosen")) return;
     poll.stop();
     shownAt = chooser->dName2->text();
@@ -357,7 +357,7 @@ TEST_F(CommandBarTest, TheFolderButtonLeavesAnAlbumForTheChosenFolder) {
   poll.start(20);
   QTimer::singleShot(10000, &poll, [&] {
     poll.stop();
-    if (auto* chooser = Windows().Get<ChooseDirectory>("ChooseDirectory")) chooser->cancelButton_Click();
+    if (auto* chooser = Windows().Get<ChooseDirectory>()) chooser->cancelButton_Click();
   });
   bar->DirectoryButton_Click();
   ASSERT_FALSE(shownAt.isEmpty());

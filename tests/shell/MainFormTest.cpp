@@ -19,13 +19,13 @@
 #include "platform/SiblingPrograms.h"
 #include "platform/SpeechEngine.h"
 #include "platform/SystemMessage.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/Logo.h"
 #include "shell/MainForm.h"
-#include "shell/Settings.h"
+#include "core/Settings.h"
 #include "shell/SizeForm.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowRegistry.h"
 #include "support/MessageBoxAnswer.h"
 #include "support/TestEnv.h"
 
@@ -142,17 +142,17 @@ TEST(MainForm, StartsListsTheDefaultFolderAndSavesItsPlaceAtTheClose) {
   EXPECT_EQ(form->frameGeometry(), QRect(0, 100, 640, 600));
   EXPECT_FALSE(App().SplashShown);
   EXPECT_TRUE(App().MainActivated);
-  EXPECT_TRUE(Windows().IsLoaded("Thumbnails"));
-  EXPECT_TRUE(Windows().IsLoaded("CommandBar"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::Thumbnails));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::CommandBar));
   EXPECT_EQ(App().CurrentFolder, testenv::ProgramFolder() + "/MyMedia");
   EXPECT_TRUE(QDir(testenv::ProgramFolder() + "/MyMedia").exists());
 
   // The command bar's popup menu offers the about box; the close takes it away.
-  QWidget* bar = Windows().Find("CommandBar");
+  QWidget* bar = Windows().Find(WindowId::CommandBar);
   ASSERT_EQ(bar->actions().size(), 1);
   EXPECT_EQ(bar->actions()[0]->text(), "About Vistrel");
   bar->actions()[0]->trigger();
-  EXPECT_TRUE(Windows().IsLoaded("frmAbout"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::frmAbout));
 
   EXPECT_TRUE(form->MDIForm_QueryUnload());
   EXPECT_TRUE(App().ShuttingDown);
@@ -172,7 +172,7 @@ TEST(MainForm, TheFirstRunTimerWatchesOnlyWhileTheTutorialCanBeOffered) {
   SizeForm sizeForm;
   auto form = StartedMainForm(sizeForm);
   ASSERT_TRUE(form);
-  auto* bar = Windows().Get<CommandBar>("CommandBar");
+  auto* bar = Windows().Get<CommandBar>();
   ASSERT_TRUE(bar);
 
   // The tutorial's character lives in the program folder; until it is
@@ -211,7 +211,7 @@ TEST(MainForm, TheWheelPagesTheBrowserOnlyWhileTheBrowserIsInFront) {
   ASSERT_TRUE(form);
   form->activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-  auto* browser = Windows().Get<Thumbnails>("Thumbnails");
+  auto* browser = Windows().Get<Thumbnails>();
   ASSERT_TRUE(browser);
   ThumbnailScroll* bar = browser->VScroll[size_t(browser->CurrentTab() - 1)];
   ASSERT_TRUE(bar->MouseWheel());
@@ -220,7 +220,7 @@ TEST(MainForm, TheWheelPagesTheBrowserOnlyWhileTheBrowserIsInFront) {
   // window, activated again.
   form->ShowAbout();
   EXPECT_TRUE(QTest::qWaitFor([bar] { return !bar->MouseWheel(); }));
-  Windows().Unload("frmAbout");
+  Windows().Unload(WindowId::frmAbout);
   form->activateWindow();
   EXPECT_TRUE(QTest::qWaitFor([bar] { return bar->MouseWheel(); }));
 
@@ -248,7 +248,7 @@ TEST(MainForm, AResizeRefitsTheBrowserKeepingTheTabAndEachItemsPage) {
   SizeForm sizeForm;
   auto form = StartedMainForm(sizeForm);
   ASSERT_TRUE(form);
-  auto* browser = Windows().Get<Thumbnails>("Thumbnails");
+  auto* browser = Windows().Get<Thumbnails>();
   ASSERT_TRUE(browser);
   ASSERT_EQ(browser->Tab(AudiosTab).Count, 300);
   const int smallPage = browser->Tab(AudiosTab).PageSize;

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "shell/MainPosition.h"
-#include "shell/Settings.h"
+#include "core/Settings.h"
 
 namespace {
 const QRect WorkArea(0, 0, 19200, 14400);  // 1280 x 960 pixels

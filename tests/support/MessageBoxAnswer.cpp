@@ -9,7 +9,7 @@
 
 #include "controls/MessageBox.h"
 #include "controls/MsgBoxEnhanced.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 namespace testenv {
 

@@ -11,7 +11,7 @@
 #include <memory>
 
 #include "platform/SystemMessage.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "support/MessageBoxAnswer.h"
 
 namespace testenv {

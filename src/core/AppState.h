@@ -67,10 +67,9 @@ struct AppState {
   qint32 TitleBarHeight = 0;
   QWidget* CurrentForm = nullptr;
 
-  bool SingleImageOpen = false, SingleVideoOpen = false, SingleAudioOpen = false;
-  bool AlbumEditOpen = false, AlbumSelectOpen = false, SelectionSortOpen = false;
-  bool FindFilesOpen = false, OptionsEntryOpen = false;
-  bool ChooseDirectoryOpen = false, FindFilesTreeLive = false;
+  // Whether a window is open (SingleImageOpen and the like) is asked of the
+  // window registry: Windows().IsLoaded(WindowId::SingleImage).
+  bool FindFilesTreeLive = false;
 
   // The system family. The program only runs on the one family here.
   bool IsNtPlatform = true, IsNotNtPlatform = false;
@@ -89,5 +88,6 @@ struct AppState {
 
 // The one instance.
 AppState& App();
-// Puts every value back to its start value (used by tests between cases).
+// Puts every value back to its start value and forgets every window (used
+// by tests between cases).
 void ResetAppState();

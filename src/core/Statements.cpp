@@ -1,11 +1,11 @@
-#include "shell/Statements.h"
+#include "core/Statements.h"
 
 #include <QCollator>
 #include <QLocale>
 #include <algorithm>
 
 #include "platform/SqlCipherConnection.h"
-#include "shell/Database.h"
+#include "core/Database.h"
 
 using platform::SqlStatement;
 using platform::SqlTransaction;

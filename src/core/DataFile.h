@@ -2,6 +2,7 @@
 // Opening and closing the data file "Vistrel.VRD" in the program folder.
 
 #include <QString>
+#include <functional>
 
 // Path of a file in the program folder: the folder, one "/" and the name
 // (a root folder "/" gives "/name").
@@ -14,7 +15,8 @@ QString DataFileTempPath();
 // unreadable file, or one that the program's password does not open, shows
 // the stop message and gives false: the program must end. The file itself is
 // left as it was.
-bool OpenDataFile();
+// `stage` shows the stage text (the splash window's message line) when given.
+bool OpenDataFile(const std::function<void(const QString&)>& stage = {});
 
 // Closes the shared connection and compacts the file. Shows nothing; a
 // failed compaction leaves the data file as it was.

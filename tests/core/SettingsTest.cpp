@@ -3,8 +3,8 @@
 #include <QFile>
 
 #include "platform/SettingsStore.h"
-#include "shell/AppState.h"
-#include "shell/Settings.h"
+#include "core/AppState.h"
+#include "core/Settings.h"
 #include "support/TestEnv.h"
 
 TEST(Settings, AbsentOrUnreadableValuesGiveTheDefaultAndSavedOnesAreReadAgainAtEachUse) {

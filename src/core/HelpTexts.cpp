@@ -1,4 +1,4 @@
-#include "shell/HelpTexts.h"
+#include "core/HelpTexts.h"
 
 const QList<HelpEntry>& HelpTable() {
   static const QList<HelpEntry> table = {

@@ -1,6 +1,6 @@
-#include "shell/Database.h"
+#include "core/Database.h"
 
-#include "shell/DataFileKey.h"
+#include "core/DataFileKey.h"
 
 bool Database::Open(const QString& path) {
   Close();

@@ -1,4 +1,6 @@
-#include "shell/AppState.h"
+#include "core/AppState.h"
+
+#include "core/WindowRegistry.h"
 
 namespace {
 AppState& Instance() {
@@ -9,4 +11,7 @@ AppState& Instance() {
 
 AppState& App() { return Instance(); }
 
-void ResetAppState() { Instance() = AppState{}; }
+void ResetAppState() {
+  Instance() = AppState{};
+  Windows().Clear();
+}

@@ -1,4 +1,4 @@
-#include "shell/DataFile.h"
+#include "core/DataFile.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -9,10 +9,9 @@
 
 #include "platform/SqlCipherConnection.h"
 #include "platform/SystemMessage.h"
-#include "shell/AppState.h"
-#include "shell/DataFileKey.h"
-#include "shell/Database.h"
-#include "shell/SplashMessage.h"
+#include "core/AppState.h"
+#include "core/DataFileKey.h"
+#include "core/Database.h"
 
 namespace {
 
@@ -68,8 +67,8 @@ QString ProgramFolderFile(const QString& name) {
 QString DataFilePath() { return ProgramFolderFile(QStringLiteral("Vistrel.VRD")); }
 QString DataFileTempPath() { return ProgramFolderFile(QStringLiteral("MediaTemp.VRD")); }
 
-bool OpenDataFile() {
-  ShowSplashMessage(QStringLiteral("PLEASE WAIT... Opening data file"));
+bool OpenDataFile(const std::function<void(const QString&)>& stage) {
+  if (stage) stage(QStringLiteral("PLEASE WAIT... Opening data file"));
   const QString path = DataFilePath();
   if (!QFileInfo(path).isFile()) {
     ShowMissingMessage();

@@ -1,13 +1,10 @@
-#include "browser/CommonKeys.h"
+#include "core/CommonKeys.h"
 
-#include <QMetaObject>
 #include <QWidget>
 
+#include "core/AppState.h"
+#include "core/WindowRegistry.h"
 #include "platform/KeyCodes.h"
-#include "shell/AppState.h"
-#include "shell/CommandBar.h"
-#include "shell/WindowRegistry.h"
-#include "system/MixerModule.h"
 
 namespace {
 
@@ -15,25 +12,25 @@ constexpr int KeyF = 'F';
 constexpr int F2 = keys::F1 + 1, F5 = keys::F1 + 4, F6 = keys::F1 + 5, F7 = keys::F1 + 6,
               F8 = keys::F1 + 7, F9 = keys::F1 + 8, F10 = keys::F1 + 9;
 
-// Unloads a window by the name it is registered under; a window that is not
-// registered is closed.
+// Unloads a window through the registry; a window that is not registered is
+// closed.
 void UnloadWindow(QWidget* window) {
   if (!window) return;
-  for (const QString& name : Windows().LoadedNames()) {
-    if (Windows().Find(name) == window) {
-      Windows().Unload(name);
-      return;
-    }
+  if (const auto id = Windows().IdOf(window)) {
+    Windows().Unload(*id);
+    return;
   }
   window->close();
 }
 
-void ClickBarButton(const QString& name) {
-  if (CommandBar* bar = Windows().Get<CommandBar>("CommandBar")) bar->ClickIfEnabled(name);
+// The command bar, or the window itself when it is the bar.
+CommonKeyCommands* CommandsFor(QWidget* window) {
+  if (auto* own = dynamic_cast<CommonKeyCommands*>(window)) return own;
+  return dynamic_cast<CommonKeyCommands*>(Windows().Find(WindowId::CommandBar));
 }
 
 void MinimiseMainForm() {
-  if (QWidget* main = Windows().Find("MainForm")) main->showMinimized();
+  if (QWidget* main = Windows().Find(WindowId::MainForm)) main->showMinimized();
 }
 
 }  // namespace
@@ -46,7 +43,7 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
         UnloadWindow(window);
         return;
       case keys::F1:
-        ClickBarButton("HelpButton");
+        if (auto* c = CommandsFor(window)) c->PressHelpButton();
         return;
       case F2:
       case F9:
@@ -58,16 +55,16 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
           tree->FolderTree_Refresh();
         return;
       case F6:
-        StepVolume(-1);
+        if (auto* c = CommandsFor(window)) c->StepVolume(-1);
         return;
       case F7:
-        StepVolume(1);
+        if (auto* c = CommandsFor(window)) c->StepVolume(1);
         return;
       case F8:
-        ToggleMute();
+        if (auto* c = CommandsFor(window)) c->ToggleMute();
         return;
       case F10:
-        ClickBarButton("DirectoryButton");
+        if (auto* c = CommandsFor(window)) c->PressDirectoryButton();
         return;
       default:
         return;
@@ -76,8 +73,8 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
   if (shift == keys::ShiftMask && keyCode == keys::Escape) {
     UnloadWindow(window);
     App().QuickExit = true;
-    Windows().Unload("MainForm");
+    Windows().Unload(WindowId::MainForm);
     return;
   }
-  if (shift == keys::CtrlMask && keyCode == KeyF) ClickBarButton("searchButton");
+  if (shift == keys::CtrlMask && keyCode == KeyF) if (auto* c = CommandsFor(window)) c->PressSearchButton();
 }

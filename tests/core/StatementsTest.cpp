@@ -3,10 +3,10 @@
 #include <QStringList>
 
 #include "platform/SqlCipherConnection.h"
-#include "shell/AppState.h"
-#include "shell/DataFile.h"
-#include "shell/Database.h"
-#include "shell/Statements.h"
+#include "core/AppState.h"
+#include "core/DataFile.h"
+#include "core/Database.h"
+#include "core/Statements.h"
 #include "support/TestEnv.h"
 
 namespace {

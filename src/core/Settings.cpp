@@ -1,9 +1,9 @@
-#include "shell/Settings.h"
+#include "core/Settings.h"
 
 #include <QHash>
 
 #include "platform/SettingsStore.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 
 namespace settings {
 

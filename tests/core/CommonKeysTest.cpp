@@ -5,13 +5,13 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "browser/CommonKeys.h"
+#include "core/CommonKeys.h"
 #include "controls/Button.h"
 #include "fileops/ChooseDirectory.h"
 #include "platform/KeyCodes.h"
-#include "shell/AppState.h"
+#include "core/AppState.h"
 #include "shell/CommandBar.h"
-#include "shell/WindowRegistry.h"
+#include "core/WindowRegistry.h"
 #include "support/PulseServer.h"
 
 namespace {
@@ -31,10 +31,10 @@ void RunDeferredDeletes() { QCoreApplication::sendPostedEvents(nullptr, QEvent::
 
 TEST(CommonKeys, EscapeUnloadsTheWindowAndShiftEscapeEndsTheProgram) {
   QPointer<QWidget> viewer = new QWidget;
-  Windows().Loaded("SingleImage", viewer);
+  Windows().Loaded(WindowId::SingleImage, viewer);
   viewer->show();
   HandleCommonKey(viewer, keys::Escape, keys::NoShift, false, false);
-  EXPECT_FALSE(Windows().IsLoaded("SingleImage"));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SingleImage));
   RunDeferredDeletes();
   EXPECT_TRUE(viewer.isNull());
 
@@ -46,41 +46,41 @@ TEST(CommonKeys, EscapeUnloadsTheWindowAndShiftEscapeEndsTheProgram) {
 
   // Ctrl+Esc is no key of this table.
   QPointer<QWidget> main = new QWidget;
-  Windows().Loaded("MainForm", main);
+  Windows().Loaded(WindowId::MainForm, main);
   QPointer<QWidget> dialog = new QWidget;
-  Windows().Loaded("FindFiles", dialog);
+  Windows().Loaded(WindowId::FindFiles, dialog);
   HandleCommonKey(dialog, keys::Escape, keys::CtrlMask, false, false);
-  EXPECT_TRUE(Windows().IsLoaded("FindFiles"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::FindFiles));
   EXPECT_FALSE(App().QuickExit);
 
   HandleCommonKey(dialog, keys::Escape, keys::ShiftMask, false, false);
-  EXPECT_FALSE(Windows().IsLoaded("FindFiles"));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::FindFiles));
   EXPECT_TRUE(App().QuickExit);
-  EXPECT_FALSE(Windows().IsLoaded("MainForm"));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::MainForm));
   RunDeferredDeletes();
   EXPECT_TRUE(main.isNull());
 }
 
 TEST(CommonKeys, F2AndF9MinimiseTheMainWindowAndUnloadOnlyWhenAsked) {
   QPointer<QWidget> main = new QWidget;
-  Windows().Loaded("MainForm", main);
+  Windows().Loaded(WindowId::MainForm, main);
   main->show();
   QPointer<QWidget> viewer = new QWidget;
-  Windows().Loaded("SingleVideo", viewer);
+  Windows().Loaded(WindowId::SingleVideo, viewer);
 
   HandleCommonKey(viewer, F2, keys::NoShift, false, false);
   EXPECT_TRUE(main->isMinimized());
-  EXPECT_TRUE(Windows().IsLoaded("SingleVideo"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::SingleVideo));
 
   main->showNormal();
   HandleCommonKey(viewer, F2, keys::ShiftMask, true, false);
   EXPECT_FALSE(main->isMinimized());
-  EXPECT_TRUE(Windows().IsLoaded("SingleVideo"));
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::SingleVideo));
 
   HandleCommonKey(viewer, F9, keys::NoShift, true, false);
   EXPECT_TRUE(main->isMinimized());
-  EXPECT_FALSE(Windows().IsLoaded("SingleVideo"));
-  Windows().Unload("MainForm");
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SingleVideo));
+  Windows().Unload(WindowId::MainForm);
   RunDeferredDeletes();
 }
 
@@ -100,14 +100,14 @@ TEST(CommonKeys, F5RefreshesTheTreeOnlyOfAWindowThatHasOne) {
 TEST(CommonKeys, F10OpensTheFolderChooserOnlyWhenItsButtonIsEnabled) {
   AbsentPulseServer absent;
   auto* bar = new CommandBar;
-  Windows().Loaded("CommandBar", bar);
+  Windows().Loaded(WindowId::CommandBar, bar);
   QWidget window;
 
   // The chooser, when it comes, is seen and sent away.
   bool chooserSeen = false;
   QTimer poll;
   QObject::connect(&poll, &QTimer::timeout, [&] {
-    auto* chooser = Windows().Get<ChooseDirectory>("ChooseDirectory");
+    auto* chooser = Windows().Get<ChooseDirectory>();
     if (!chooser || !chooser->isVisible()) return;
     chooserSeen = true;
     chooser->cancelButton_Click();
@@ -117,7 +117,7 @@ TEST(CommonKeys, F10OpensTheFolderChooserOnlyWhenItsButtonIsEnabled) {
   bar->DirectoryButton->SetEnabled(false);
   HandleCommonKey(&window, F10, keys::NoShift, false, false);
   EXPECT_FALSE(chooserSeen);
-  EXPECT_FALSE(Windows().IsLoaded("ChooseDirectory"));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::ChooseDirectory));
 
   bar->DirectoryButton->SetEnabled(true);
   HandleCommonKey(&window, F10, keys::ShiftMask, false, false);
@@ -126,7 +126,7 @@ TEST(CommonKeys, F10OpensTheFolderChooserOnlyWhenItsButtonIsEnabled) {
   EXPECT_TRUE(chooserSeen);
   EXPECT_TRUE(App().DirectoryCancelled);
 
-  Windows().Unload("CommandBar");
+  Windows().Unload(WindowId::CommandBar);
   RunDeferredDeletes();
 }
 

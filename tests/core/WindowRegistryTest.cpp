@@ -1,0 +1,87 @@
+#include <gtest/gtest.h>
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QPointer>
+#include <QWidget>
+
+#include "core/AppState.h"
+#include "core/WindowRegistry.h"
+
+namespace {
+// A window with unsaved changes whose user chooses to stay.
+class StayingWindow : public QWidget {
+ protected:
+  void closeEvent(QCloseEvent* event) override {
+    App().CloseRefused = true;
+    event->ignore();
+  }
+};
+}  // namespace
+
+TEST(WindowRegistry, UnloadsInReverseOrderAndKeepsARefusingWindow) {
+  QPointer<QWidget> first = new QWidget;
+  QPointer<QWidget> staying = new StayingWindow;
+  QPointer<QWidget> last = new QWidget;
+  Windows().Loaded(WindowId::MainForm, first);
+  Windows().Loaded(WindowId::OptionsEntry, staying);
+  Windows().Loaded(WindowId::SingleImage, last);
+  EXPECT_EQ(Windows().LoadedNames(), QStringList({"MainForm", "OptionsEntry", "SingleImage"}));
+  EXPECT_EQ(Windows().IdOf(staying), WindowId::OptionsEntry);
+
+  EXPECT_FALSE(Windows().Unload(WindowId::OptionsEntry));
+  EXPECT_TRUE(App().CloseRefused);
+  EXPECT_TRUE(Windows().IsLoaded(WindowId::OptionsEntry));
+
+  Windows().UnloadAllExcept({WindowId::MainForm});
+  EXPECT_EQ(Windows().LoadedNames(), QStringList({"MainForm", "OptionsEntry"}));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(last.isNull());
+
+  EXPECT_TRUE(Windows().Unload(WindowId::FindFiles));
+  delete staying;
+  EXPECT_EQ(Windows().LoadedNames(), QStringList({"MainForm"}));
+  EXPECT_TRUE(Windows().Unload(WindowId::MainForm));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(first.isNull());
+}
+
+TEST(WindowRegistry, LoadsThroughALoaderOnlyWhenNotLoaded) {
+  int made = 0;
+  Windows().SetLoader(WindowId::AlbumSelect, [&made] {
+    ++made;
+    return new QWidget;
+  });
+  QWidget* select = Windows().Load(WindowId::AlbumSelect);
+  ASSERT_NE(select, nullptr);
+  EXPECT_EQ(Windows().Load(WindowId::AlbumSelect), select);
+  EXPECT_EQ(made, 1);
+  EXPECT_EQ(Windows().Load(WindowId::AlbumEdit), nullptr);
+  Windows().Closed(select);
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::AlbumSelect));
+  delete select;
+}
+
+// The orders in which the program walks its windows.
+TEST(WindowRoles, OrdersOfTheRefitTheForwardAndTheClose) {
+  const auto names = [](const std::vector<WindowId>& ids) {
+    QStringList list;
+    for (WindowId id : ids) list << WindowName(id);
+    return list;
+  };
+  EXPECT_EQ(names(WindowsWith({}, RoleOrder::Refit)),
+            QStringList({"AlbumEdit", "SingleImage", "SingleVideo", "SingleAudio", "FindFiles"}));
+  EXPECT_EQ(names(WindowsWith({}, RoleOrder::Forward)),
+            QStringList({"SingleImage", "SingleAudio", "SingleVideo", "OptionsEntry",
+                         "SelectionSort", "FindFiles"}));
+  EXPECT_EQ(names(WindowsWith({}, RoleOrder::CloseAsk)),
+            QStringList({"OptionsEntry", "SelectionSort", "AlbumEdit"}));
+  EXPECT_EQ(names(WindowsWith([](const WindowRoles& r) { return r.Refit == OnRefit::Passes; })),
+            QStringList({"Background", "ChangeMP3", "ChooseDirectory", "CleaningMessage",
+                         "CopyMessage", "DeleteMessage", "DeleteVerify", "frmAbout",
+                         "LoadingMessage", "MessageBox", "PrinterSetup", "RenameFile",
+                         "ReplaceVerify", "SlideshowController", "Target"}));
+  EXPECT_EQ(names(WindowsWith([](const WindowRoles& r) { return r.MinimisedByBrowser; })),
+            QStringList({"AlbumEdit", "FindFiles", "SelectionSort", "OptionsEntry", "SingleImage",
+                         "SingleVideo", "SingleAudio"}));
+}
