@@ -11,7 +11,7 @@ namespace {
 constexpr int KeyLetter(char letter) { return keys::KeyA + (letter - 'A'); }
 constexpr int FunctionKey(int number) { return keys::F1 + number - 1; }
 
-FormKeyAction Action(FormKeyKind kind) { return FormKeyAction{kind, 0, QString()}; }
+FormKeyAction Action(FormKeyKind kind) { return FormKeyAction{kind, 0, {}}; }
 
 }  // namespace
 
@@ -35,36 +35,36 @@ FormKeyAction FormKeyDownAction(int keyCode, int shift) {
   }
   if (keyCode >= FunctionKey(1) && keyCode <= FunctionKey(4)) {
     const int number = keyCode - keys::F1 + 1;
-    if (ctrl) return FormKeyAction{FormKeyKind::GoToTab, number, QString()};
-    if (number == 1) return FormKeyAction{FormKeyKind::ClickButton, 0, QStringLiteral("HelpButton")};
+    if (ctrl) return FormKeyAction{FormKeyKind::GoToTab, number, {}};
+    if (number == 1) return FormKeyAction{FormKeyKind::ClickButton, 0, BarButton::HelpButton};
     if (number == 2) return Action(FormKeyKind::Minimise);
     return Action(FormKeyKind::Nothing);
   }
   if (ctrl) {
-    const QString button = CommandBarButtonForKey(keyCode);
-    if (button.isEmpty()) return Action(FormKeyKind::Nothing);
+    const std::optional<BarButton> button = CommandBarButtonForKey(keyCode);
+    if (!button) return Action(FormKeyKind::Nothing);
     return FormKeyAction{FormKeyKind::ClickButton, 0, button};
   }
   return Action(FormKeyKind::CommonKey);
 }
 
-QString CommandBarButtonForKey(int keyCode) {
+std::optional<BarButton> CommandBarButtonForKey(int keyCode) {
   switch (keyCode) {
-    case KeyLetter('A'): return QStringLiteral("audioButton");
-    case KeyLetter('B'): return QStringLiteral("albumButton");
-    case KeyLetter('C'): return QStringLiteral("cdButton");
-    case KeyLetter('D'): return QStringLiteral("dvdButton");
-    case KeyLetter('E'): return QStringLiteral("ejectButton");
-    case KeyLetter('F'): return QStringLiteral("searchButton");
-    case KeyLetter('H'): return QStringLiteral("HelpButton");
-    case KeyLetter('L'): return QStringLiteral("DirectoryButton");
-    case KeyLetter('M'): return QStringLiteral("multimediaButton");
-    case KeyLetter('O'): return QStringLiteral("optionsButton");
-    case KeyLetter('R'): return QStringLiteral("refreshButton");
-    case KeyLetter('S'): return QStringLiteral("sortButton");
-    case KeyLetter('V'): return QStringLiteral("videoButton");
-    case KeyLetter('X'): return QStringLiteral("mixerButton");
-    default: return QString();
+    case KeyLetter('A'): return BarButton::audioButton;
+    case KeyLetter('B'): return BarButton::albumButton;
+    case KeyLetter('C'): return BarButton::cdButton;
+    case KeyLetter('D'): return BarButton::dvdButton;
+    case KeyLetter('E'): return BarButton::ejectButton;
+    case KeyLetter('F'): return BarButton::searchButton;
+    case KeyLetter('H'): return BarButton::HelpButton;
+    case KeyLetter('L'): return BarButton::DirectoryButton;
+    case KeyLetter('M'): return BarButton::multimediaButton;
+    case KeyLetter('O'): return BarButton::optionsButton;
+    case KeyLetter('R'): return BarButton::refreshButton;
+    case KeyLetter('S'): return BarButton::sortButton;
+    case KeyLetter('V'): return BarButton::videoButton;
+    case KeyLetter('X'): return BarButton::mixerButton;
+    default: return std::nullopt;
   }
 }
 

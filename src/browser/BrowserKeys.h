@@ -7,6 +7,9 @@
 #include <QString>
 #include <QtGlobal>
 #include <array>
+#include <optional>
+
+#include "core/BarCommands.h"
 
 // ---- Form_KeyDown ----------------------------------------------------------
 
@@ -26,16 +29,16 @@ enum class FormKeyKind {
 struct FormKeyAction {
   FormKeyKind Kind = FormKeyKind::Nothing;
   int Tab = 0;     // GoToTab: 1 to 4
-  QString Button;  // ClickButton: the command bar's button
+  std::optional<BarButton> Button;  // ClickButton: the command bar's button
 };
 
 // What a key pressed in the browser window does. "Ctrl" is a shift state of
 // exactly 2; any other state counts as without Ctrl.
 FormKeyAction FormKeyDownAction(int keyCode, int shift);
 
-// The command bar's button that Ctrl with the letter `keyCode` clicks, ""
+// The command bar's button that Ctrl with the letter `keyCode` clicks; none
 // for a letter without one.
-QString CommandBarButtonForKey(int keyCode);
+std::optional<BarButton> CommandBarButtonForKey(int keyCode);
 
 // Pause puts the focus on cell 0 of Pictures, Videos or Audios when the tab
 // has entries and no frame stands on it; on Documents it does nothing.

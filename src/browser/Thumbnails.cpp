@@ -25,10 +25,9 @@
 #include "controls/ThumbnailScroll.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
-#include "shell/CommandBar.h"
+#include "core/BarCommands.h"
 #include "core/Database.h"
 #include "core/HelpTexts.h"
-#include "shell/MainForm.h"
 #include "core/Settings.h"
 #include "core/Statements.h"
 #include "core/WindowRegistry.h"
@@ -48,7 +47,6 @@ Thumbnails::Thumbnails(QWidget* parent) : QWidget(parent) {
 
 Thumbnails::~Thumbnails() {
   if (loader_) loader_->Cancel();
-  if (ownsCommandBar_ && commandBar_) delete commandBar_.data();
 }
 
 void Thumbnails::MakeControls() {
@@ -279,12 +277,6 @@ void Thumbnails::Form_Load() {
   ThumbnailSize->SetValue(QString::number(app.ThumbnailSizeTwips / 1440.0, 'f', 3));
 
   app.AlbumMode = false;
-  commandBar_ = Windows().Get<CommandBar>();
-  if (!commandBar_) {
-    commandBar_ = new CommandBar;
-    ownsCommandBar_ = true;
-    Windows().Loaded(WindowId::CommandBar, commandBar_);
-  }
   ChangeFormSize();
 
   app.ViewerProgramPath = JoinPath(app.ProgramFolder, "Lorvane");
@@ -298,10 +290,10 @@ void Thumbnails::Form_Load() {
   if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
   app.CurrentFolder = folder;
   app.LastTargetFolder = folder;
-  commandBar_->ShowDirectoryName(folder);
+  emit Showing(folder, false);
 
   ChangePattern();
-  commandBar_->ShowControls();
+  emit Listed();
 }
 
 void Thumbnails::ChangePattern() {
@@ -335,7 +327,7 @@ void Thumbnails::ChangeDirectory() {
   ThumbnailSize->hide();
   InchLabel->hide();
 
-  const QString keyFolder = commandBar_ ? commandBar_->DirectoryCaption() : app.CurrentFolder;
+  const QString keyFolder = DisplayedCaption();
   const auto albumRows = [&app] {
     return app.DatabaseConnection ? SelectPlaylistFiles(*app.DatabaseConnection, app.SelectedAlbumId)
                                   : QStringList();
@@ -523,4 +515,22 @@ QRectF Thumbnails::CellTwips(int tab, int cell) const {
   return IconCellRect(layout_, cell);
 }
 
-CommandBar* Thumbnails::Bar() const { return commandBar_; }
+QString Thumbnails::DisplayedCaption() const {
+  if (const BarCommands* bar = CommandBarCommands()) return bar->DirectoryCaption();
+  return App().CurrentFolder;
+}
+
+void Thumbnails::PagePrevious() {
+  ThumbnailScroll* scroll = VScroll[size_t(CurrentTab() - 1)];
+  if (scroll->Value() > 0) scroll->SetValue(scroll->Value() - 1);
+}
+
+void Thumbnails::PageNext() {
+  ThumbnailScroll* scroll = VScroll[size_t(CurrentTab() - 1)];
+  if (scroll->Value() < scroll->Max()) scroll->SetValue(scroll->Value() + 1);
+}
+
+void Thumbnails::PageLast() {
+  ThumbnailScroll* scroll = VScroll[size_t(CurrentTab() - 1)];
+  scroll->SetValue(scroll->Max());
+}

@@ -21,7 +21,6 @@
 
 class BalloonHelp;
 class LoadingMessage;
-class CommandBar;
 class NewImage;
 class NewTabControl;
 class NumberBox;
@@ -40,8 +39,7 @@ class Thumbnails : public QWidget {
   ~Thumbnails() override;
 
   // ---- Loading, listing and paging ----------------------------------------
-  // Prepares the window and lists the default folder. Loads the command bar
-  // when no command bar is loaded yet.
+  // Prepares the window and lists the default folder.
   void Form_Load();
   // The browser comes forward, and another window of the program does.
   void Form_Activate();
@@ -64,6 +62,11 @@ class Thumbnails : public QWidget {
   // The tab in front (1 to 4), and bringing one forward as a click would.
   int CurrentTab() const;
   void SetCurrentTab(int tab);
+  // The page before, the page after and the last page of the tab in front,
+  // as the command bar's keys ask.
+  void PagePrevious();
+  void PageNext();
+  void PageLast();
   // Sets the tab's scroll bar so that item's page shows, and sets that page
   // anew without reading the folder again.
   void ShowItemPage(int tab, qint32 item);
@@ -124,7 +127,6 @@ class Thumbnails : public QWidget {
   // ---- State -----------------------------------------------------------------
   Listing& Lists() { return listing_; }
   TabState& Tab(int tab) { return listing_.Tab(tab); }
-  CommandBar* Bar() const;
   const PageLayout& Layout() const { return layout_; }
   // The current item of a tab (CurrentPicture ...).
   static qint32& CurrentIndex(int tab);
@@ -158,6 +160,16 @@ class Thumbnails : public QWidget {
   ::LoadingMessage* LoadingMessage = nullptr;
 
  signals:
+  // What the browser shows: a folder, or an album by its name. The command
+  // bar shows it; connected directly, so that the caption the bar shows is
+  // there when the listing reads it.
+  void Showing(const QString& folderOrAlbum, bool album);
+  // The load has listed the default folder: the command bar shows its controls.
+  void Listed();
+  // The help popups were switched on or off.
+  void PopupHelpChanged();
+  // The browser came forward (its activation ran).
+  void Activated();
   // An item to open: the tab and the list index.
   void ItemOpened(int tab, qint32 index);
   // The context menu of a cell: the tab and the list index.
@@ -200,12 +212,13 @@ class Thumbnails : public QWidget {
   void SetDataTooltips(bool on);
   QString CellTooltip(int tab, qint32 index) const;
   QString EntryPath(const QString& entry) const;
+  // The caption of the folder or album on display as the command bar shows
+  // it: the folder that dates, lengths and CD titles are read from.
+  QString DisplayedCaption() const;
   int TabOfScroll(QObject* object) const;
 
   Listing listing_;
   PageLayout layout_;
-  QPointer<CommandBar> commandBar_;
-  bool ownsCommandBar_ = false;
   int currentTab_ = PicturesTab;
   ThumbnailLoader* loader_ = nullptr;
   // The help popups of the boxes of the bottom strip.

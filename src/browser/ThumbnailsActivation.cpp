@@ -10,9 +10,7 @@
 #include "controls/NumberBox.h"
 #include "controls/ThumbnailScroll.h"
 #include "core/AppState.h"
-#include "shell/CommandBar.h"
 #include "core/HelpTexts.h"
-#include "shell/MainForm.h"
 #include "core/WindowRegistry.h"
 
 void Thumbnails::Form_Activate() {
@@ -32,7 +30,7 @@ void Thumbnails::Form_Activate() {
   LoadHelp();
   // Each activation of the browser starts the main window's watch, which
   // makes the first-run offers.
-  if (MainForm* main = Windows().Get<MainForm>()) main->StartTimer1();
+  emit Activated();
 }
 
 void Thumbnails::Form_Deactivate() {
@@ -64,7 +62,7 @@ void Thumbnails::LoadHelp() {
       }
       balloons_->SetBalloon(ThumbnailSize, HelpText("ThumbnailSize"), HelpTitle("ThumbnailSize"));
     }
-    if (commandBar_) commandBar_->ApplyHelp();
+    emit PopupHelpChanged();
   }
   if (!helpLoaded_ || app.ShowPopupData != dataShown_) SetDataTooltips(app.ShowPopupData);
   helpLoaded_ = true;

@@ -24,7 +24,6 @@
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
-#include "shell/CommandBar.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
 
@@ -97,7 +96,7 @@ void Thumbnails::Form_KeyDown(int keyCode, int shift) {
       SetCurrentTab(action.Tab);
       break;
     case FormKeyKind::ClickButton:
-      if (commandBar_) commandBar_->ClickIfEnabled(action.Button);
+      if (BarCommands* bar = CommandBarCommands()) bar->ClickIfEnabled(*action.Button);
       break;
     case FormKeyKind::Minimise:
       if (QWidget* main = Windows().Find(WindowId::MainForm)) main->showMinimized();
@@ -164,7 +163,7 @@ void Thumbnails::ThumbnailSizeEnter() {
   ThumbnailSize->SetValue(QString::number(app.ThumbnailSizeTwips / 1440.0, 'f', 3));
   settings::SaveSetting("ThumbnailSize", QString::number(app.ThumbnailSizeTwips));
   ChangeFormSize();
-  if (commandBar_) commandBar_->refreshButton_Click();
+  if (BarCommands* bar = CommandBarCommands()) bar->Click(BarButton::refreshButton);
 }
 
 void Thumbnails::PositionEnter(int tab) {
@@ -186,10 +185,7 @@ void Thumbnails::GoHome() {
   if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
   app.CurrentFolder = folder;
   if (old.toLower() != folder.toLower()) {
-    if (commandBar_) {
-      commandBar_->SetDirectoryLabel(false);
-      commandBar_->ShowDirectoryName(folder);
-    }
+    emit Showing(folder, false);
     ChangePattern();
     return;
   }

@@ -16,7 +16,6 @@
 #include "controls/NewTabControl.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
-#include "shell/CommandBar.h"
 #include "core/WindowRegistry.h"
 
 using namespace pagegeometry;
@@ -190,7 +189,7 @@ void Thumbnails::FillAudioPage() {
   cdTitles_.clear();
   if (!app.AudioFiles.isEmpty() &&
       GetFileExtension(app.AudioFiles.first()).compare("cda", Qt::CaseInsensitive) == 0) {
-    const QString folder = commandBar_ ? commandBar_->DirectoryCaption() : app.CurrentFolder;
+    const QString folder = DisplayedCaption();
     cdTitlesKnown_ = LookUpCdTitles(folder, cdTitles_);
   }
   FillListPage(AudiosTab);

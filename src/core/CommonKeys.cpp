@@ -3,6 +3,7 @@
 #include <QWidget>
 
 #include "core/AppState.h"
+#include "core/BarCommands.h"
 #include "core/WindowRegistry.h"
 #include "platform/KeyCodes.h"
 
@@ -24,9 +25,9 @@ void UnloadWindow(QWidget* window) {
 }
 
 // The command bar, or the window itself when it is the bar.
-CommonKeyCommands* CommandsFor(QWidget* window) {
-  if (auto* own = dynamic_cast<CommonKeyCommands*>(window)) return own;
-  return dynamic_cast<CommonKeyCommands*>(Windows().Find(WindowId::CommandBar));
+BarCommands* CommandsFor(QWidget* window) {
+  if (auto* own = dynamic_cast<BarCommands*>(window)) return own;
+  return CommandBarCommands();
 }
 
 void MinimiseMainForm() {
@@ -43,7 +44,7 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
         UnloadWindow(window);
         return;
       case keys::F1:
-        if (auto* c = CommandsFor(window)) c->PressHelpButton();
+        if (auto* c = CommandsFor(window)) c->ClickIfEnabled(BarButton::HelpButton);
         return;
       case F2:
       case F9:
@@ -64,7 +65,7 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
         if (auto* c = CommandsFor(window)) c->ToggleMute();
         return;
       case F10:
-        if (auto* c = CommandsFor(window)) c->PressDirectoryButton();
+        if (auto* c = CommandsFor(window)) c->ClickIfEnabled(BarButton::DirectoryButton);
         return;
       default:
         return;
@@ -76,5 +77,5 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
     Windows().Unload(WindowId::MainForm);
     return;
   }
-  if (shift == keys::CtrlMask && keyCode == KeyF) if (auto* c = CommandsFor(window)) c->PressSearchButton();
+  if (shift == keys::CtrlMask && keyCode == KeyF) if (auto* c = CommandsFor(window)) c->ClickIfEnabled(BarButton::searchButton);
 }

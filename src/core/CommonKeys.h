@@ -22,17 +22,4 @@ class FolderTreeWindow {
   virtual void FolderTree_Refresh() = 0;
 };
 
-// What the shared keys reach beyond the window: three buttons of the command
-// bar, each pressed only when enabled, and the master volume. The command
-// bar offers them; without it these keys do nothing.
-class CommonKeyCommands {
- public:
-  virtual ~CommonKeyCommands() = default;
-  virtual void PressHelpButton() = 0;       // F1
-  virtual void PressDirectoryButton() = 0;  // F10
-  virtual void PressSearchButton() = 0;     // Ctrl+F
-  virtual void StepVolume(int direction) = 0;
-  virtual void ToggleMute() = 0;
-};
-
 void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinimise, bool hasTree);

@@ -23,7 +23,6 @@
 #include "controls/NewSlider.h"
 #include "controls/PaintRoutines.h"
 #include "controls/SystemColours.h"
-#include "controls/ThumbnailScroll.h"
 #include "fileops/ChooseDirectory.h"
 #include "platform/DesktopHandlers.h"
 #include "platform/KeyCodes.h"
@@ -331,6 +330,15 @@ void CommandBar::FitDirectoryName() {
   DirectoryName->setText(ShortenPath(DirectoryName, fullName_, twips::FromPixels(room), 1));
 }
 
+void CommandBar::Follow(Thumbnails* browser) {
+  connect(browser, &Thumbnails::Showing, this, [this](const QString& folderOrAlbum, bool album) {
+    SetDirectoryLabel(album);
+    ShowDirectoryName(folderOrAlbum);
+  });
+  connect(browser, &Thumbnails::Listed, this, &CommandBar::ShowControls);
+  connect(browser, &Thumbnails::PopupHelpChanged, this, &CommandBar::ApplyHelp);
+}
+
 // ---- Volume ----------------------------------------------------------------
 
 QString CommandBar::VolumeText(int percent) { return QString::number(percent) + "% "; }
@@ -381,11 +389,6 @@ void CommandBar::GoHome() {
 void CommandBar::Form_KeyDown(int keyCode, int shift) {
   const bool ctrl = shift == keys::CtrlMask;
   Thumbnails* browser = Browser();
-  ThumbnailScroll* scroll = nullptr;
-  if (browser) {
-    const int tab = browser->CurrentTab();
-    if (tab >= 1 && tab <= int(browser->VScroll.size())) scroll = browser->VScroll[size_t(tab - 1)];
-  }
   const auto selectTab = [browser](int tab) {
     if (browser) browser->SetCurrentTab(tab);
   };
@@ -401,16 +404,16 @@ void CommandBar::Form_KeyDown(int keyCode, int shift) {
       if (browser) browser->Form_KeyDown(keyCode, shift);
       return;
     case keys::Prior:
-      if (scroll && scroll->Value() > 0) scroll->SetValue(scroll->Value() - 1);
+      if (browser) browser->PagePrevious();
       return;
     case keys::Next:
-      if (scroll && scroll->Value() < scroll->Max()) scroll->SetValue(scroll->Value() + 1);
+      if (browser) browser->PageNext();
       return;
     case keys::Home:
       GoHome();
       return;
     case keys::End:
-      if (scroll) scroll->SetValue(scroll->Max());
+      if (browser) browser->PageLast();
       return;
     case keys::Escape:
       Windows().Unload(WindowId::MainForm);
@@ -419,7 +422,7 @@ void CommandBar::Form_KeyDown(int keyCode, int shift) {
       if (ctrl)
         selectTab(1);
       else
-        ClickIfEnabled("HelpButton");
+        ClickIfEnabled(BarButton::HelpButton);
       return;
     case F2:
       if (ctrl)
@@ -506,8 +509,5 @@ void CommandBar::ApplyHelp() {
 
 // ---- What the keys of every window reach ---------------------------------------
 
-void CommandBar::PressHelpButton() { ClickIfEnabled("HelpButton"); }
-void CommandBar::PressDirectoryButton() { ClickIfEnabled("DirectoryButton"); }
-void CommandBar::PressSearchButton() { ClickIfEnabled("searchButton"); }
 void CommandBar::StepVolume(int direction) { ::StepVolume(direction); }
 void CommandBar::ToggleMute() { ::ToggleMute(); }

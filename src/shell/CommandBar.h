@@ -11,17 +11,18 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "core/CommonKeys.h"
+#include "core/BarCommands.h"
 
 #include "core/WindowRoles.h"
 
 class BalloonHelp;
+class Thumbnails;
 class Button;
 class NewSlider;
 class QLabel;
 class QPushButton;
 
-class CommandBar : public QWidget, public CommonKeyCommands {
+class CommandBar : public QWidget, public BarCommands {
   Q_OBJECT
  public:
   static constexpr WindowId Id = WindowId::CommandBar;
@@ -77,9 +78,11 @@ class CommandBar : public QWidget, public CommonKeyCommands {
   void ShowDirectoryName(const QString& folderOrAlbum);
   // The caption as it stands, without the blank: the folder the listing
   // reads file dates and lengths from.
-  QString DirectoryCaption() const;
+  QString DirectoryCaption() const override;
   // "Album:" for an album, "Folder:" for a folder.
   void SetDirectoryLabel(bool album);
+  // Shows what the browser announces it shows, and follows its help switch.
+  void Follow(Thumbnails* browser);
   // Shows the controls once the browser has its lists.
   void ShowControls();
 
@@ -107,12 +110,11 @@ class CommandBar : public QWidget, public CommonKeyCommands {
   void muteButton_Click();
   // Runs the click of the named button when the button is enabled; whether
   // it ran. An unknown name runs nothing.
-  bool ClickIfEnabled(const QString& buttonName);
+
 
   // ---- What the keys of every window reach ----------------------------------
-  void PressHelpButton() override;
-  void PressDirectoryButton() override;
-  void PressSearchButton() override;
+  bool ClickIfEnabled(BarButton button) override;
+  void Click(BarButton button) override;
   void StepVolume(int direction) override;
   void ToggleMute() override;
 

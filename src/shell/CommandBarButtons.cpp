@@ -213,7 +213,8 @@ void CommandBar::muteButton_Click() {
   }
 }
 
-bool CommandBar::ClickIfEnabled(const QString& buttonName) {
+bool CommandBar::ClickIfEnabled(BarButton button) {
+  const QString buttonName = BarButtonName(button);
   struct Entry {
     const char* name;
     Button* CommandBar::*button;
@@ -244,10 +245,14 @@ bool CommandBar::ClickIfEnabled(const QString& buttonName) {
   };
   for (const Entry& entry : table) {
     if (buttonName != QLatin1String(entry.name)) continue;
-    Button* button = this->*entry.button;
-    if (!button || !button->Enabled()) return false;
+    Button* control = this->*entry.button;
+    if (!control || !control->Enabled()) return false;
     (this->*entry.click)();
     return true;
   }
   return false;
+}
+
+void CommandBar::Click(BarButton button) {
+  if (button == BarButton::refreshButton) refreshButton_Click();
 }

@@ -258,7 +258,9 @@ void MainForm::MDIForm_Activate() {
     bar->setContextMenuPolicy(Qt::ActionsContextMenu);
     commandBarWindow_ = AddFixedSubWindow(area_, bar);
     auto* browser = new Thumbnails;
-    Windows().Loaded(WindowId::Thumbnails, browser);
+    Windows().Loaded(browser);
+    bar->Follow(browser);
+    connect(browser, &Thumbnails::Activated, this, &MainForm::StartTimer1);
     thumbnailsWindow_ = AddFixedSubWindow(area_, browser);
     PlaceBrowser();
     if (app.SplashShown) {
@@ -369,10 +371,10 @@ void MainForm::Timer1_Timer() {
 
   QPointer<CommandBar> bar = Windows().Get<CommandBar>();
   if (bar) bar->HelpButton->setEnabled(actions.HelpEnabled);
-  if (actions.PressHelp && bar) bar->ClickIfEnabled("HelpButton");
+  if (actions.PressHelp && bar) bar->ClickIfEnabled(BarButton::HelpButton);
   if (actions.ShowOptionsEntry)
     if (QWidget* options = FrameOf(Windows().Find(WindowId::OptionsEntry))) options->show();
-  if (actions.PressOptions && bar) bar->ClickIfEnabled("optionsButton");
+  if (actions.PressOptions && bar) bar->ClickIfEnabled(BarButton::optionsButton);
   FirstTimerRun = false;
   if (actions.Restart && !App().ShuttingDown) Timer1.start();
 }

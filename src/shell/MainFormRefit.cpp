@@ -172,7 +172,7 @@ void MainForm::RefitAllWindows() {
     const qint32 item = noted[size_t(tab - 1)];
     if (!pendingFile.isEmpty() || item >= browser->Tab(tab).PageSize) {
       QPointer<CommandBar> bar = Windows().Get<CommandBar>();
-      if (!bar || !bar->ClickIfEnabled("refreshButton")) {
+      if (!bar || !bar->ClickIfEnabled(BarButton::refreshButton)) {
         if (browser) browser->ChangePattern();
       }
     } else {

@@ -19,7 +19,7 @@ QString Describe(const FormKeyAction& action) {
     case FormKeyKind::ScrollToEnd: return "end";
     case FormKeyKind::EndProgram: return "end program";
     case FormKeyKind::GoToTab: return QStringLiteral("tab %1").arg(action.Tab);
-    case FormKeyKind::ClickButton: return "click " + action.Button;
+    case FormKeyKind::ClickButton: return QString("click ") + BarButtonName(*action.Button);
     case FormKeyKind::Minimise: return "minimise";
     case FormKeyKind::Enter: return "enter";
     case FormKeyKind::CommonKey: return "common";
@@ -60,15 +60,15 @@ TEST(FormKeyDown, TheTableMatchesFromTheTop) {
 TEST(FormKeyDown, CtrlLettersClickTheirButtons) {
   QStringList buttons;
   for (char c = 'A'; c <= 'Z'; ++c) {
-    const QString button = CommandBarButtonForKey(Letter(c));
-    if (!button.isEmpty()) buttons << QString(QChar(c)) + "=" + button;
+    if (const auto button = CommandBarButtonForKey(Letter(c)))
+      buttons << QString(QChar(c)) + "=" + BarButtonName(*button);
   }
   EXPECT_EQ(buttons, QStringList({"A=audioButton", "B=albumButton", "C=cdButton", "D=dvdButton",
                                   "E=ejectButton", "F=searchButton", "H=HelpButton",
                                   "L=DirectoryButton", "M=multimediaButton", "O=optionsButton",
                                   "R=refreshButton", "S=sortButton", "V=videoButton",
                                   "X=mixerButton"}));
-  EXPECT_EQ(CommandBarButtonForKey(keys::Key0 + 1), QString());
+  EXPECT_FALSE(CommandBarButtonForKey(keys::Key0 + 1).has_value());
 }
 
 TEST(FormKeyDown, PauseFocusesOnlyAnUnframedTabWithEntriesOtherThanDocuments) {

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "browser/BrowserFixture.h"
+#include "shell/CommandBar.h"
 #include "browser/LoadingMessage.h"
 #include "browser/PageGeometry.h"
 #include "catalogue/MediaPicture.h"
@@ -320,10 +321,13 @@ TEST_F(ThumbnailsTest, EnterInTheSizeBoxLaysTheCellsOutAgainWithinTheBox) {
   const QString folder = testenv::Root() + "/sizes";
   QDir().mkpath(folder);
   for (int i = 0; i < 12; ++i) MakePicture(QString("%1/p%2.png").arg(folder).arg(i, 2, 10, QChar('0')), 40, 40);
-  Thumbnails window;
   // The command bar's refresh lists the folder again through the browser
   // it finds among the loaded windows.
-  Windows().Loaded(WindowId::Thumbnails, &window);
+  CommandBar bar;
+  Windows().Loaded(&bar);
+  Thumbnails window;
+  Windows().Loaded(&window);
+  bar.Follow(&window);
   Open(window, folder);
   ASSERT_EQ(window.Tab(PicturesTab).PageSize, 15);
 

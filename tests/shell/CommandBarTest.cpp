@@ -250,14 +250,13 @@ TEST_F(CommandBarTest, ClickIfEnabledRunsOnlyEnabledButtons) {
   AbsentPulseServer absent;
   CommandBar bar;
   bar.videoButton->SetEnabled(false);
-  EXPECT_FALSE(bar.ClickIfEnabled("videoButton"));
+  EXPECT_FALSE(bar.ClickIfEnabled(BarButton::videoButton));
   EXPECT_TRUE(started.isEmpty());
   bar.videoButton->SetEnabled(true);
-  EXPECT_TRUE(bar.ClickIfEnabled("videoButton"));
+  EXPECT_TRUE(bar.ClickIfEnabled(BarButton::videoButton));
   EXPECT_EQ(started, QStringList({Lorvane("//video")}));
-  EXPECT_FALSE(bar.ClickIfEnabled("noSuchButton"));
   // Buttons whose windows are still to come stay disabled.
-  EXPECT_FALSE(bar.ClickIfEnabled("searchButton"));
+  EXPECT_FALSE(bar.ClickIfEnabled(BarButton::searchButton));
   EXPECT_FALSE(bar.internetButton->isVisibleTo(&bar));
 }
 
@@ -270,12 +269,14 @@ TEST_F(CommandBarTest, KeysOfTheBarReachTabsPagesTheMainWindowAndHome) {
     testenv::MakeFile(home + QString("/picture%1.bmp").arg(i, 2, 10, QChar('0')), QByteArray());
   settings::SaveSetting("DefaultFolder", home);
 
+  CommandBar barWindow;
+  CommandBar* bar = &barWindow;
+  Windows().Loaded(bar);
   Thumbnails browser;
-  Windows().Loaded(WindowId::Thumbnails, &browser);
+  Windows().Loaded(&browser);
+  bar->Follow(&browser);
   browser.resize(600, 400);
   browser.Form_Load();
-  CommandBar* bar = browser.Bar();
-  ASSERT_NE(bar, nullptr);
   ASSERT_GE(browser.VScroll[0]->Max(), 2);
 
   // Ctrl with F1 to F4 brings a tab forward; F2 alone minimises the main
@@ -334,10 +335,13 @@ TEST_F(CommandBarTest, TheFolderButtonLeavesAnAlbumForTheChosenFolder) {
   QDir().mkpath(folder);
   testenv::MakeFile(folder + "/a.bmp", QByteArray());
   settings::SaveSetting("DefaultFolder", folder);
+  CommandBar barWindow;
+  CommandBar* bar = &barWindow;
+  Windows().Loaded(bar);
   Thumbnails browser;
-  Windows().Loaded(WindowId::Thumbnails, &browser);
+  Windows().Loaded(&browser);
+  bar->Follow(&browser);
   browser.Form_Load();
-  CommandBar* bar = browser.Bar();
   App().AlbumMode = true;
   App().CurrentFolder = "Holiday";
   bar->SetDirectoryLabel(true);
