@@ -3,6 +3,8 @@
 set -euo pipefail
 cd "$(dirname "$0")"
 scripts/setup.sh
+# Folders depend one way; the kernel and the controls stay below the rest.
+python3 scripts/structure-check.py
 cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build
 export QT_QPA_PLATFORM=offscreen

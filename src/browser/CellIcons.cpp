@@ -7,8 +7,15 @@
 
 #include "browser/TabState.h"
 
+namespace {
+// The icon file of each tab, by tab - 1. Pictures have no icon cells; they,
+// and any other number, take the page of the documents.
+constexpr const char* IconNames[TabCount] = {"document", "video", "audio", "document"};
+}  // namespace
+
 QPixmap CellIcon(int tab, int sizePixels, qreal pixelRatio) {
-  const QString name = tab == VideosTab ? "video" : tab == AudiosTab ? "audio" : "document";
+  const QString name =
+      QLatin1String(IconNames[tab >= PicturesTab && tab <= DocumentsTab ? tab - 1 : TabCount - 1]);
   const int edge = std::max(sizePixels, 1);
   // Every cell of a list shows the same icon; it is rendered once.
   static QHash<QString, QPixmap> rendered;

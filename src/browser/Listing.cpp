@@ -113,20 +113,6 @@ AlbumRows SplitAlbumRows(const QStringList& rows) {
   return split;
 }
 
-QStringList& Listing::Files(int tab) {
-  AppState& app = App();
-  switch (tab) {
-    case VideosTab:
-      return app.VideoFiles;
-    case AudiosTab:
-      return app.AudioFiles;
-    case DocumentsTab:
-      return app.DocumentFiles;
-    default:
-      return app.PictureFiles;
-  }
-}
-
 void Listing::ReadSelection() {
   AppState& app = App();
   app.SelectPicturesMask =
@@ -146,7 +132,7 @@ void Listing::ReadSelection() {
 
 void Listing::ListFolderTab(int tab, const QString& keyFolder, bool descending) {
   TabState& state = Tab(tab);
-  QStringList& files = Files(tab);
+  QStringList& files = App().List(tab);
   files.clear();
   state.Count = 0;
   if (!state.Pattern.isEmpty()) {
@@ -171,7 +157,7 @@ void Listing::BuildLists(const QString& keyFolder, const std::function<QStringLi
     const QStringList* byTab[] = {&rows.Pictures, &rows.Videos, &rows.Audios};
     for (int tab = PicturesTab; tab <= AudiosTab; ++tab) {
       // Album entries keep the order of the album's rows.
-      QStringList& files = Files(tab);
+      QStringList& files = App().List(tab);
       files = *byTab[tab - 1];
       Tab(tab).Count = qint32(files.size());
       files.append(QString());

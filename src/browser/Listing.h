@@ -59,17 +59,15 @@ class Listing {
 
   TabState& Tab(int tab) { return Tabs[size_t(tab - 1)]; }
   const TabState& Tab(int tab) const { return Tabs[size_t(tab - 1)]; }
-  // The program-wide list of the tab (PictureFiles ...).
-  static QStringList& Files(int tab);
 
   // Reads the selection and sort settings into the program state, rebuilds
   // the four patterns and forgets File1's folder, so that the next listing
   // reads the folder again.
   void ReadSelection();
 
-  // Builds the four lists of the current folder, or of the album on display
-  // (rows in the album's order, from albumRows). After each tab's list
-  // stands, tabListed(tab) runs, Pictures first. Dates and lengths are read
+  // Builds the session's four lists of the current folder, or of the album
+  // on display (rows in the album's order, from albumRows). After each tab's
+  // list stands, tabListed(tab) runs, Pictures first. Dates and lengths are read
   // from keyFolder. The Documents tab lists the folder File1 last read, in
   // an album too.
   void BuildLists(const QString& keyFolder, const std::function<QStringList()>& albumRows,

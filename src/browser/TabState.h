@@ -1,16 +1,11 @@
 #pragma once
-// What the browser keeps about each of its four tabs.
+// What the browser window keeps about the page of each of its four tabs. The
+// tab numbers and the lists behind the tabs are the browser session's.
 
 #include <QString>
 #include <QtGlobal>
 
-// Tabs are numbered as they stand: 1 Pictures, 2 Videos, 3 Audios,
-// 4 Documents.
-inline constexpr int PicturesTab = 1;
-inline constexpr int VideosTab = 2;
-inline constexpr int AudiosTab = 3;
-inline constexpr int DocumentsTab = 4;
-inline constexpr int TabCount = 4;
+#include "core/BrowserSession.h"
 
 struct TabState {
   qint16 PageSize = 1;   // cells on one page

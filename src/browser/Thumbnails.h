@@ -1,38 +1,39 @@
 #pragma once
 // The browser window: four tabs, Pictures, Videos, Audios and Documents,
-// each showing one page of its list. Pictures are thumbnails in a grid of
-// cells; the other tabs are icons with names in two columns. The main window
-// puts it into its client area under the command bar.
-//
-// Layout is worked out by hand in twips (PageGeometry) and turned into
-// pixels where the controls are placed.
+// each showing one page of its list (the browser session's). The window
+// keeps the tab control, the scroll bars, the paging, the keys, the focus and
+// the red frame; the picture page, the list pages and the bottom strip are
+// pieces of their own. The main window puts it under the command bar.
+// Layout is worked out in twips (PageGeometry), turned into pixels at the
+// controls.
 
-#include <QPointer>
-#include <QRectF>
-#include <QVector>
 #include <QWidget>
 #include <array>
 
+#include "browser/BottomStrip.h"
 #include "browser/HighlightFrame.h"
+#include "browser/ListPage.h"
 #include "browser/Listing.h"
 #include "browser/PageGeometry.h"
-
+#include "browser/PicturePage.h"
 #include "core/WindowRoles.h"
 
 class BalloonHelp;
-class LoadingMessage;
-class NewImage;
 class NewTabControl;
-class NumberBox;
 class QFrame;
-class QLabel;
 class QTimer;
-class ThumbnailLoader;
 class ThumbnailScroll;
-struct ThumbnailResult;
 
 class Thumbnails : public QWidget {
   Q_OBJECT
+  // The pieces, made before the control names below that stand for theirs.
+  Listing listing_;
+  PageLayout layout_;
+  int currentTab_ = PicturesTab;
+  BottomStrip strip_;
+  PicturePage pictures_;
+  ListPage lists_;
+
  public:
   static constexpr WindowId Id = WindowId::Thumbnails;
   explicit Thumbnails(QWidget* parent = nullptr);
@@ -60,7 +61,7 @@ class Thumbnails : public QWidget {
   // Brings a tab forward.
   void ThumbnailTabs_Click(int previous, int current);
   // The tab in front (1 to 4), and bringing one forward as a click would.
-  int CurrentTab() const;
+  int CurrentTab() const { return currentTab_; }
   void SetCurrentTab(int tab);
   // The page before, the page after and the last page of the tab in front,
   // as the command bar's keys ask.
@@ -80,7 +81,7 @@ class Thumbnails : public QWidget {
   void ClearAudioPage();
   void ClearDocumentPage();
   // Fits a name into its cell: cut, without an ellipsis.
-  void AdjustFilename(QLabel* label);
+  void AdjustFilename(QLabel* label) { lists_.AdjustFilename(label); }
   // Brings the help and data popups in line with the settings' mirrors.
   void LoadHelp();
 
@@ -125,39 +126,38 @@ class Thumbnails : public QWidget {
   void ResumeMouseWheel();
 
   // ---- State -----------------------------------------------------------------
-  Listing& Lists() { return listing_; }
   TabState& Tab(int tab) { return listing_.Tab(tab); }
   const PageLayout& Layout() const { return layout_; }
-  // The current item of a tab (CurrentPicture ...).
-  static qint32& CurrentIndex(int tab);
   // Whether pictures of the page on display are still being decoded.
-  bool PageFilling() const;
+  bool PageFilling() const { return pictures_.Filling(); }
   // The cell rectangle in twips as the fill left it (pictures), or of the
   // icon (list tabs).
   QRectF CellTwips(int tab, int cell) const;
+  // A tab's cell (picture or icon), and the name beside an icon.
   QWidget* Cell(int tab, int cell) const;
-  QLabel* Name(int tab, int cell) const;
+  QLabel* Name(int tab, int cell) const { return lists_.Name(tab, cell); }
   int CellCount(int tab) const;
-  BalloonHelp* Balloons() const { return balloons_; }
+  BalloonHelp* Balloons() const { return strip_.Balloons; }
 
   // ---- Controls --------------------------------------------------------------
   NewTabControl* ThumbnailTabs = nullptr;
   std::array<ThumbnailScroll*, TabCount> VScroll{};
-  std::array<QLabel*, TabCount> CountLabel{};
-  std::array<QLabel*, TabCount> PositionLabel{};
-  std::array<NumberBox*, TabCount> PositionNumber{};
-  QFrame* Separator = nullptr;
-  QLabel* SizeLabel = nullptr;
-  NumberBox* ThumbnailSize = nullptr;
-  QLabel* InchLabel = nullptr;
   std::array<QFrame*, 4> Highlight{};
-  QVector<NewImage*> ThumbImage;
-  // Icons and names of the list tabs, indexed by tab - 2.
-  std::array<QVector<QLabel*>, 3> Icons;
-  std::array<QVector<QLabel*>, 3> Names;
   // One delay timer per tab between a click and the opening of the item.
   std::array<QTimer*, TabCount> DblClickDelay{};
-  ::LoadingMessage* LoadingMessage = nullptr;
+  // The controls of the bottom strip and of the pages, under their names.
+  std::array<QLabel*, TabCount>& CountLabel = strip_.CountLabel;
+  std::array<QLabel*, TabCount>& PositionLabel = strip_.PositionLabel;
+  std::array<NumberBox*, TabCount>& PositionNumber = strip_.PositionNumber;
+  QFrame*& Separator = strip_.Separator;
+  QLabel*& SizeLabel = strip_.SizeLabel;
+  NumberBox*& ThumbnailSize = strip_.ThumbnailSize;
+  QLabel*& InchLabel = strip_.InchLabel;
+  QVector<NewImage*>& ThumbImage = pictures_.ThumbImage;
+  ::LoadingMessage*& LoadingMessage = pictures_.LoadingMessage;
+  // Icons and names of the list tabs, indexed by tab - 2.
+  std::array<QVector<QLabel*>, 3>& Icons = lists_.Icons;
+  std::array<QVector<QLabel*>, 3>& Names = lists_.Names;
 
  signals:
   // What the browser shows: a folder, or an album by its name. The command
@@ -187,16 +187,15 @@ class Thumbnails : public QWidget {
   void keyReleaseEvent(QKeyEvent* event) override;
 
  private:
+  // The routines of each tab, by tab number: its fill and clear, the key
+  // routine of its cells and its frame.
+  struct TabRoutines;
+  static const TabRoutines& RoutinesOf(int tab);
   void MakeControls();
   void PlaceControls();
-  void EnsureCells(int tab, int count);
-  void FillListPage(int tab);
-  void ClearListPage(int tab);
   void FillPage(int tab);
   void ClearPage(int tab);
-  void PictureReady(const ThumbnailResult& result);
-  void PictureFillDone();
-  void ShowLoadingMessage(bool on);
+  bool InFront(int tab) const;
   void ShowIconHighlight(int tab);
   void ShowFrame(const FrameLines& frame);
   void CellKeyDown(int tab, int index, int keyCode, int shift);
@@ -209,29 +208,13 @@ class Thumbnails : public QWidget {
   int CellTabOf(const QWidget* widget) const;
   // Takes the keys away from a cell about to hide, onto the window.
   void ParkFocus();
-  void SetDataTooltips(bool on);
-  QString CellTooltip(int tab, qint32 index) const;
-  QString EntryPath(const QString& entry) const;
-  // The caption of the folder or album on display as the command bar shows
-  // it: the folder that dates, lengths and CD titles are read from.
+  // The folder or album on display as the command bar's caption shows it:
+  // where dates, lengths and CD titles are read from.
   QString DisplayedCaption() const;
-  int TabOfScroll(QObject* object) const;
 
-  Listing listing_;
-  PageLayout layout_;
-  int currentTab_ = PicturesTab;
-  ThumbnailLoader* loader_ = nullptr;
-  // The help popups of the boxes of the bottom strip.
-  BalloonHelp* balloons_ = nullptr;
-  // Twips rectangles of the picture cells as the fill sized them.
-  QVector<QRectF> pictureCells_;
-  // The cells of the picture page still waiting for their picture.
-  int pendingPictures_ = 0;
   bool helpShown_ = false, dataShown_ = false, helpLoaded_ = false;
   bool sizeFocus_ = false;
   std::array<bool, TabCount> positionFocus_{};
   std::array<bool, 3> suspendedWheel_{};
   int gotFocusRuns_ = 0;
-  QStringList cdTitles_;
-  bool cdTitlesKnown_ = false;
 };

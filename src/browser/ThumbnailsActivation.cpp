@@ -3,14 +3,8 @@
 
 #include "browser/Thumbnails.h"
 
-#include <QLabel>
-
-#include "browser/Listing.h"
-#include "controls/BalloonHelp.h"
-#include "controls/NumberBox.h"
 #include "controls/ThumbnailScroll.h"
 #include "core/AppState.h"
-#include "core/HelpTexts.h"
 #include "core/WindowRegistry.h"
 
 void Thumbnails::Form_Activate() {
@@ -54,37 +48,15 @@ void Thumbnails::LoadHelp() {
   const AppState& app = App();
   if (!helpLoaded_ || app.ShowPopupHelp != helpShown_) {
     // The help popups of the browser's boxes, and those of the command bar.
-    balloons_->Clear();
-    if (app.ShowPopupHelp) {
-      for (int tab = PicturesTab; tab <= AudiosTab; ++tab) {
-        const QString control = QString("PositionNumber(%1)").arg(tab);
-        balloons_->SetBalloon(PositionNumber[size_t(tab - 1)], HelpText(control), HelpTitle(control));
-      }
-      balloons_->SetBalloon(ThumbnailSize, HelpText("ThumbnailSize"), HelpTitle("ThumbnailSize"));
-    }
+    strip_.SetHelp(app.ShowPopupHelp);
     emit PopupHelpChanged();
   }
-  if (!helpLoaded_ || app.ShowPopupData != dataShown_) SetDataTooltips(app.ShowPopupData);
+  if (!helpLoaded_ || app.ShowPopupData != dataShown_) {
+    pictures_.SetDataTooltips(app.ShowPopupData);
+    for (int tab = VideosTab; tab <= DocumentsTab; ++tab)
+      lists_.SetDataTooltips(tab, app.ShowPopupData);
+  }
   helpLoaded_ = true;
   dataShown_ = app.ShowPopupData;
   helpShown_ = app.ShowPopupHelp;
 }
-
-void Thumbnails::SetDataTooltips(bool on) {
-  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
-    const TabState& state = Tab(tab);
-    const QStringList& files = Listing::Files(tab);
-    for (int cell = 0; cell < CellCount(tab); ++cell) {
-      const qint32 index = state.PageFirst + cell;
-      QString tip;
-      if (on && index < state.Count && index <= state.PageLast && index < files.size()) {
-        const QString& entry = files[index];
-        const bool skip = entry.isEmpty() || (tab == PicturesTab && entry == "(Deleted)");
-        if (!skip) tip = CellTooltip(tab, index);
-      }
-      Cell(tab, cell)->setToolTip(tip);
-      if (QLabel* name = Name(tab, cell)) name->setToolTip(tip);
-    }
-  }
-}
-

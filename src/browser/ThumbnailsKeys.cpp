@@ -41,15 +41,12 @@ class BrowserPage : public CellPage {
   int ScrollMax() const override { return Bar()->Max(); }
   void SetScrollValue(int value) override { Bar()->SetValue(value); }
   bool FocusCell(int cell) override { return window_.FocusCell(tab_, cell); }
-  bool EntryEmpty(qint32 index) const override {
-    const QStringList& files = Listing::Files(tab_);
-    return index < 0 || index >= files.size() || files[index].isEmpty();
-  }
+  bool EntryEmpty(qint32 index) const override { return !App().HasEntry(tab_, index); }
   bool NameEmpty(int cell) const override {
     const QLabel* name = window_.Name(tab_, cell);
     return !name || name->text().isEmpty();
   }
-  qint32 CurrentEntry() const override { return Thumbnails::CurrentIndex(tab_); }
+  qint32 CurrentEntry() const override { return App().Current(tab_); }
   void ShowHighlight() override { window_.ShowHighlight(tab_); }
   void Delete() override { window_.MenuAction("Delete"); }
   void Move() override { window_.MenuAction("Move"); }
@@ -112,10 +109,8 @@ void Thumbnails::Form_KeyDown(int keyCode, int shift) {
 
 void Thumbnails::Form_KeyUp(int keyCode, int shift) {
   const int tab = currentTab_;
-  const QStringList& files = Listing::Files(tab);
-  const qint32 current = CurrentIndex(tab);
-  const QString extension =
-      current >= 0 && current < files.size() ? GetFileExtension(files[current]) : QString();
+  const qint32 current = App().Current(tab);
+  const QString extension = GetFileExtension(App().Entry(tab, current));
   switch (FormKeyUpAction(keyCode, shift, tab, Tab(tab).Count, extension)) {
     case KeyUpAction::ContextMenu:
       // The current index stands in the place of the cell number; the
@@ -158,19 +153,18 @@ void Thumbnails::EnterKey() {
 
 void Thumbnails::ThumbnailSizeEnter() {
   AppState& app = App();
-  const double value = ThumbnailSize->UnformatNumeric(ThumbnailSize->txtNumber()->text()).toDouble();
+  const double value = strip_.TypedThumbnailSize();
   app.ThumbnailSizeTwips = qint16(ThumbnailSizeAfterEnter(value, layout_.Box.height()));
-  ThumbnailSize->SetValue(QString::number(app.ThumbnailSizeTwips / 1440.0, 'f', 3));
+  strip_.ShowThumbnailSize(app.ThumbnailSizeTwips);
   settings::SaveSetting("ThumbnailSize", QString::number(app.ThumbnailSizeTwips));
   ChangeFormSize();
   if (BarCommands* bar = CommandBarCommands()) bar->Click(BarButton::refreshButton);
 }
 
 void Thumbnails::PositionEnter(int tab) {
-  NumberBox* box = PositionNumber[size_t(tab - 1)];
-  const qint64 value = box->UnformatNumeric(box->txtNumber()->text()).toLongLong();
   const TabState& state = Tab(tab);
-  const PositionJump jump = PositionJumpFor(value, state.Count, state.PageSize, tab);
+  const PositionJump jump =
+      PositionJumpFor(strip_.TypedPosition(tab), state.Count, state.PageSize, tab);
   // A value the bar already has raises no change: only the focus moves.
   VScroll[size_t(tab - 1)]->SetValue(jump.ScrollValue);
   if (jump.FocusCell >= 0) FocusCell(tab, jump.FocusCell);
@@ -218,22 +212,6 @@ void Thumbnails::DocumentIcon_KeyDown(int index, int keyCode, int shift) {
   IconCell_KeyDown(page, index, keyCode, shift);
 }
 
-void Thumbnails::CellKeyDown(int tab, int index, int keyCode, int shift) {
-  switch (tab) {
-    case PicturesTab:
-      ThumbImage_KeyDown(index, keyCode, shift);
-      break;
-    case VideosTab:
-      VideoIcon_KeyDown(index, keyCode, shift);
-      break;
-    case AudiosTab:
-      AudioIcon_KeyDown(index, keyCode, shift);
-      break;
-    default:
-      DocumentIcon_KeyDown(index, keyCode, shift);
-  }
-}
-
 bool Thumbnails::FocusCell(int tab, int cell) {
   QWidget* widget = Cell(tab, cell);
   if (!widget || widget->isHidden() || tab != currentTab_) return false;
@@ -248,7 +226,7 @@ bool Thumbnails::FocusCell(int tab, int cell) {
 void Thumbnails::FocusCurrentCell() {
   const int tab = currentTab_;
   if (Tab(tab).Count < 1) return;
-  FocusCell(tab, CurrentIndex(tab) - Tab(tab).PageFirst);
+  FocusCell(tab, App().Current(tab) - Tab(tab).PageFirst);
 }
 
 void Thumbnails::CellGotFocus(int tab, int index) {
@@ -257,8 +235,9 @@ void Thumbnails::CellGotFocus(int tab, int index) {
   if (tab != currentTab_) return;
   if (tab == PicturesTab) Windows().Unload(WindowId::SlideshowController);
   const TabState& state = Tab(tab);
-  CurrentIndex(tab) = state.PageFirst + index;
-  if (CurrentIndex(tab) < state.Count)
+  qint32& current = App().Current(tab);
+  current = state.PageFirst + index;
+  if (current < state.Count)
     ShowHighlight(tab);
   else if (state.Count < 1)
     HideHighlight();
@@ -280,32 +259,13 @@ void Thumbnails::HideHighlight() {
   if (currentTab_ >= PicturesTab && currentTab_ <= AudiosTab) Tab(currentTab_).Highlighted = false;
 }
 
-void Thumbnails::ShowHighlight(int tab) {
-  switch (tab) {
-    case PicturesTab:
-      ShowHighlight1();
-      break;
-    case VideosTab:
-      ShowHighlight2();
-      break;
-    case AudiosTab:
-      ShowHighlight3();
-      break;
-    case DocumentsTab:
-      ShowHighlight4();
-      break;
-    default:
-      break;
-  }
-}
-
 void Thumbnails::ShowHighlight1() {
   HideHighlight();
   TabState& state = Tab(PicturesTab);
   if (state.Count == 0) return;
-  const qint32 current = App().CurrentPicture;
+  const qint32 current = App().CurrentPicture();
   if (current < state.PageFirst || current > state.PageLast) return;
-  PositionNumber[0]->SetValue(QString::number(current + 1));
+  strip_.ShowPosition(PicturesTab, current);
   const QRectF cell = CellTwips(PicturesTab, current - state.PageFirst);
   ShowFrame(PictureFrame(cell.toRect()));
   state.Highlighted = true;
@@ -331,9 +291,9 @@ void Thumbnails::ShowIconHighlight(int tab) {
   HideHighlight();
   TabState& state = Tab(tab);
   if (state.Count == 0) return;
-  const qint32 current = CurrentIndex(tab);
+  const qint32 current = App().Current(tab);
   if (current < state.PageFirst || current > state.PageLast) return;
-  PositionNumber[size_t(tab - 1)]->SetValue(QString::number(current + 1));
+  strip_.ShowPosition(tab, current);
   const int cell = current - state.PageFirst;
   const QRect icon = CellTwips(tab, cell).toRect();
   const QLabel* name = Name(tab, cell);
@@ -348,9 +308,8 @@ void Thumbnails::ShowIconHighlight(int tab) {
 void Thumbnails::ThumbImage_Click(int index) {
   const TabState& state = Tab(PicturesTab);
   const qint32 entry = state.PageStart + index;
-  const QStringList& files = App().PictureFiles;
-  if (entry < 0 || entry >= files.size() || files[entry].isEmpty()) return;
-  App().CurrentPicture = entry;
+  if (!App().HasEntry(PicturesTab, entry)) return;
+  App().CurrentPicture() = entry;
   // Pictures open at once, through the same routine as the delay timer.
   DblClickDelay[0]->stop();
   OpenItem(PicturesTab);
@@ -359,18 +318,16 @@ void Thumbnails::ThumbImage_Click(int index) {
 void Thumbnails::IconCell_Click(int tab, int index) {
   const TabState& state = Tab(tab);
   const qint32 entry = state.PageStart + index;
-  const QStringList& files = Listing::Files(tab);
-  if (entry < 0 || entry >= files.size() || files[entry].isEmpty()) return;
-  CurrentIndex(tab) = entry;
+  if (!App().HasEntry(tab, entry)) return;
+  App().Current(tab) = entry;
   DblClickDelay[size_t(tab - 1)]->start();
 }
 
 void Thumbnails::CellMouseDown(int tab, int index, int button) {
   const TabState& state = Tab(tab);
   const qint32 entry = state.PageStart + index;
-  const QStringList& files = Listing::Files(tab);
-  if (entry < 0 || entry >= files.size() || files[entry].isEmpty()) return;
-  CurrentIndex(tab) = entry;
+  if (!App().HasEntry(tab, entry)) return;
+  App().Current(tab) = entry;
   if (button != 1) {
     FocusCell(tab, index);
     ShowContextMenu(tab, index);
@@ -379,13 +336,15 @@ void Thumbnails::CellMouseDown(int tab, int index, int button) {
 
 void Thumbnails::OpenItem(int tab) {
   DblClickDelay[size_t(tab - 1)]->stop();
-  emit ItemOpened(tab, CurrentIndex(tab));
+  emit ItemOpened(tab, App().Current(tab));
 }
 
-void Thumbnails::ShowContextMenu(int tab, int) { emit ContextMenuRequested(tab, CurrentIndex(tab)); }
+void Thumbnails::ShowContextMenu(int tab, int) {
+  emit ContextMenuRequested(tab, App().Current(tab));
+}
 
 void Thumbnails::MenuAction(const QString& action) {
-  emit ActionRequested(action, currentTab_, CurrentIndex(currentTab_));
+  emit ActionRequested(action, currentTab_, App().Current(currentTab_));
 }
 
 void Thumbnails::NumberBoxPressed(QWidget* box, int tab) {
@@ -401,32 +360,22 @@ void Thumbnails::NumberBoxPressed(QWidget* box, int tab) {
 // ---- Routing of the events of the cells and boxes ------------------------------
 
 bool Thumbnails::eventFilter(QObject* watched, QEvent* event) {
-  // The number boxes: their text box takes the keys after the window.
-  for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
-    NumberBox* box = PositionNumber[size_t(tab - 1)];
-    if (watched != box && watched != box->txtNumber()) continue;
+  // The number boxes of the bottom strip: their text box takes the keys
+  // after the window. The size box goes with the Pictures tab.
+  const int positionTab = strip_.PositionBoxTab(watched);
+  if (positionTab != 0 || strip_.IsSizeBox(watched)) {
+    const bool sizeBox = positionTab == 0;
+    bool& focus = sizeBox ? sizeFocus_ : positionFocus_[size_t(positionTab - 1)];
     if (event->type() == QEvent::FocusIn) {
-      positionFocus_[size_t(tab - 1)] = true;
+      focus = true;
       HideHighlight();
     } else if (event->type() == QEvent::FocusOut) {
-      positionFocus_[size_t(tab - 1)] = false;
+      focus = false;
     } else if (event->type() == QEvent::MouseButtonPress) {
-      NumberBoxPressed(box, tab);
-    } else if (event->type() == QEvent::KeyPress) {
-      auto* key = static_cast<QKeyEvent*>(event);
-      Form_KeyDown(keys::KeyCode(key), keys::ShiftOf(key));
-      if (keys::KeyCode(key) == keys::Return) return true;
-    }
-    return false;
-  }
-  if (watched == ThumbnailSize || watched == ThumbnailSize->txtNumber()) {
-    if (event->type() == QEvent::FocusIn) {
-      sizeFocus_ = true;
-      HideHighlight();
-    } else if (event->type() == QEvent::FocusOut) {
-      sizeFocus_ = false;
-    } else if (event->type() == QEvent::MouseButtonPress) {
-      NumberBoxPressed(ThumbnailSize, PicturesTab);
+      if (sizeBox)
+        NumberBoxPressed(ThumbnailSize, PicturesTab);
+      else
+        NumberBoxPressed(PositionNumber[size_t(positionTab - 1)], positionTab);
     } else if (event->type() == QEvent::KeyPress) {
       auto* key = static_cast<QKeyEvent*>(event);
       Form_KeyDown(keys::KeyCode(key), keys::ShiftOf(key));

@@ -3,11 +3,9 @@
 #include <QFile>
 
 #include "catalogue/PathParts.h"
+#include "core/AppState.h"
 
-MediaTableSet& MediaTables() {
-  static MediaTableSet tables;
-  return tables;
-}
+MediaTableSet& MediaTables() { return App().MediaTables; }
 
 void FillMediaTables() {
   MediaTableSet& t = MediaTables();

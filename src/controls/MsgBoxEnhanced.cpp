@@ -8,7 +8,6 @@
 #include "controls/MsgBoxLayout.h"
 #include "controls/MsgBoxStyle.h"
 #include "platform/Twips.h"
-#include "core/AppState.h"
 
 namespace {
 
@@ -229,14 +228,4 @@ qint16 MsgBoxEnhanced::MsgBox(const QString& Prompt, qint16 Buttons, const QStri
   ShowingModal_ = false;
   delete Form_.data();
   return Result_;
-}
-
-MsgBoxEnhanced* CreateMsgBox() {
-  if (!App().MsgBox) App().MsgBox = new MsgBoxEnhanced;
-  return App().MsgBox;
-}
-
-void ReleaseMsgBox() {
-  delete App().MsgBox;
-  App().MsgBox = nullptr;
 }

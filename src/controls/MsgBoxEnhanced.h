@@ -1,9 +1,9 @@
 #pragma once
-// The program's message box: one shared object, reached as App().MsgBox,
-// that asks every question and reports every failure. It takes the style
-// word of the usual message box and gives its result codes, but shows a
-// window of its own, the form MessageBox, dressed by the properties below.
-// The properties stay as set between calls.
+// The program's message box: the program keeps one object of it, which asks
+// every question and reports every failure. It takes the style word of the
+// usual message box and gives its result codes, but shows a window of its
+// own, the form MessageBox, dressed by the properties below. The properties
+// stay as set between calls.
 
 #include <QPixmap>
 #include <QPointer>
@@ -115,8 +115,3 @@ class MsgBoxEnhanced {
   // not to touch it any more.
   std::shared_ptr<bool> Alive_ = std::make_shared<bool>(true);
 };
-
-// Creates the shared message box (App().MsgBox) if there is none; returns it.
-MsgBoxEnhanced* CreateMsgBox();
-// Releases the shared message box at the close.
-void ReleaseMsgBox();

@@ -9,7 +9,6 @@
 #include "controls/ScrollTrack.h"
 #include "controls/WheelNotchFilter.h"
 #include "platform/Twips.h"
-#include "core/AppState.h"
 
 namespace {
 
@@ -95,8 +94,18 @@ bool ThumbnailScroll::MouseWheel() const { return wheel_->Enabled(); }
 
 void ThumbnailScroll::SetMouseWheel(bool on) { wheel_->SetEnabled(on); }
 
+void ThumbnailScroll::SetBackColor(OleColor color) {
+  backColor_ = SysColor::OrDefault(color, DefaultBackColor);
+  update();
+}
+
+void ThumbnailScroll::SetArrowColor(OleColor color) {
+  arrowColor_ = SysColor::OrDefault(color, DefaultArrowColor);
+  update();
+}
+
 QColor ThumbnailScroll::ThumbColor() const {
-  return moving_ ? MovingFill : App().ColorDarkGrey;
+  return moving_ ? MovingFill : ColorFromOle(backColor_);
 }
 
 int ThumbnailScroll::HeightTwips() const { return twips::FromPixels(height()); }
@@ -264,7 +273,7 @@ void ThumbnailScroll::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   const int w = width();
   const int arrow = Px(scrolltrack::ArrowHeight);
-  painter.fillRect(rect(), App().ColorDarkGrey);
+  painter.fillRect(rect(), ColorFromOle(backColor_));
 
   const QRect thumb(0, Px(thumbTop_), w, std::max(Px(thumbHeight_), 4));
   painter.fillRect(thumb, ThumbColor());
@@ -275,7 +284,7 @@ void ThumbnailScroll::paintEvent(QPaintEvent*) {
 }
 
 void ThumbnailScroll::PaintArrow(QPainter& painter, const QRect& area, bool up, bool pressed) {
-  painter.fillRect(area, App().ColorLightGrey);
+  painter.fillRect(area, ColorFromOle(arrowColor_));
   PaintBevel(painter, area, pressed);
   // A small solid triangle, nudged down and right while pressed.
   const int shift = pressed ? 1 : 0;

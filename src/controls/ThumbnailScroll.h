@@ -10,6 +10,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "controls/SystemColours.h"
+
 class WheelNotchFilter;
 
 class ThumbnailScroll : public QWidget {
@@ -34,11 +36,20 @@ class ThumbnailScroll : public QWidget {
   bool MouseWheel() const;
   void SetMouseWheel(bool on);
 
+  // The surface and the thumb at rest; grey, RGB 150, 150, 150, by default.
+  // -1 puts back the default.
+  OleColor BackColor() const { return backColor_; }
+  void SetBackColor(OleColor color);
+  // The fill of the two arrows; a lighter grey, RGB 192, 192, 192, by
+  // default. -1 puts back the default.
+  OleColor ArrowColor() const { return arrowColor_; }
+  void SetArrowColor(OleColor color);
+
   // The thumb, in twips from the top, as it stands now.
   int ThumbTop() const { return thumbTop_; }
   int ThumbHeight() const { return thumbHeight_; }
   bool Dragging() const { return dragging_; }
-  // The thumb's fill: grey at rest, the moving colour during a gesture.
+  // The thumb's fill: BackColor at rest, the moving colour during a gesture.
   QColor ThumbColor() const;
 
   // The repeat of a held arrow and the end of a wheel run.
@@ -63,6 +74,9 @@ class ThumbnailScroll : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+  static constexpr OleColor DefaultBackColor = 0x00969696;
+  static constexpr OleColor DefaultArrowColor = 0x00C0C0C0;
+
   enum Arrow { NoArrow = 0, UpArrow = 1, DownArrow = 2 };
   enum Part { NoPart = 0, UpPart = 1, DownPart = 2, TrackPart = 3 };
 
@@ -76,6 +90,8 @@ class ThumbnailScroll : public QWidget {
   void TrackRelease(int y);
   void PaintArrow(class QPainter& painter, const QRect& area, bool up, bool pressed);
 
+  OleColor backColor_ = DefaultBackColor;
+  OleColor arrowColor_ = DefaultArrowColor;
   qint16 max_ = 0;
   qint16 value_ = 0;
   int trackLength_ = 0;

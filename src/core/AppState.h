@@ -7,23 +7,26 @@
 #include <QStringList>
 #include <QtGlobal>
 
+#include "core/MediaTables.h"
+#include <memory>
+
+#include "core/BrowserSession.h"
+
 class QWidget;
 class Database;
 class MsgBoxEnhanced;
+// The open audio mixer; made and used by the mixer module alone.
+struct MixerConnection;
 
-struct AppState {
+// What the browser has on display (the folder or album, the list and the
+// current item of each tab) is the BrowserSession part: App().CurrentFolder,
+// App().PictureFiles(), App().CurrentPicture(), App().List(tab) ...
+struct AppState : BrowserSession {
   // Shared colours, set by the start routine before any window loads.
   QColor ColorDarkGrey{150, 150, 150};
   QColor ColorLightGrey{192, 192, 192};
 
-  QString CurrentFolder;
   QString LastTargetFolder;
-
-  // The four lists behind the browser's tabs. Each holds one scratch
-  // element beyond the count of its tab; "" marks a file deleted while listed.
-  QStringList PictureFiles, VideoFiles, AudioFiles, DocumentFiles;
-  // Current item of each tab. Kept 32-bit so that lists beyond 32,767 work.
-  qint32 CurrentPicture = 0, CurrentVideo = 0, CurrentAudio = 0, CurrentDocument = 0;
 
   QString PendingFile;
   // The file a copy or move works on, and what the folder chooser answers:
@@ -36,8 +39,6 @@ struct AppState {
   // press does not open the file just renamed.
   bool SkipNextEnter = false;
   QString SearchResultFile, SearchResultFolder;
-  qint32 SelectedAlbumId = 0;
-  bool AlbumMode = false;
   bool OpenedFromSearch = false;
 
   QString SelectPicturesMask, SelectVideosMask, SelectAudiosMask;
@@ -79,8 +80,13 @@ struct AppState {
   // own file classes and LoadMediaPicture, which need no object.
   Database* DatabaseConnection = nullptr;
   MsgBoxEnhanced* MsgBox = nullptr;
+  // The audio mixer while it is open (OpenMixer to CloseMixer).
+  std::shared_ptr<MixerConnection> Mixer;
 
   bool AssociationsReset = false;
+
+  // The extension tables of the media types, filled at start.
+  MediaTableSet MediaTables;
 
   QStringList CdDrives;
   int CdDriveCount = 0;

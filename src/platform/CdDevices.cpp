@@ -1,4 +1,5 @@
 #include "platform/CdDevices.h"
+#include "platform/Services.h"
 
 #include <cdio/cdio.h>
 #include <cdio/device.h>
@@ -13,10 +14,7 @@ namespace platform {
 
 namespace {
 
-std::optional<QStringList>& Override() {
-  static std::optional<QStringList> devices;
-  return devices;
-}
+auto& Override() { return TheServices().CdDevices; }
 
 // libcdio reports a drive without a disc as a warning on the terminal; the
 // program asks such drives routinely, so only errors are let through.

@@ -1,4 +1,5 @@
 #include "platform/SiblingPrograms.h"
+#include "platform/Services.h"
 
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
@@ -11,15 +12,8 @@ namespace platform {
 
 namespace {
 
-std::function<quint64(const QString&)>& Finder() {
-  static std::function<quint64(const QString&)> finder;
-  return finder;
-}
-
-std::function<bool(const QString&, const QStringList&)>& Starter() {
-  static std::function<bool(const QString&, const QStringList&)> starter;
-  return starter;
-}
+auto& Finder() { return TheServices().WindowFinder; }
+auto& Starter() { return TheServices().ProgramStarter; }
 
 QString WindowCaption(xcb_ewmh_connection_t* ewmh, xcb_window_t window) {
   xcb_ewmh_get_utf8_strings_reply_t name;

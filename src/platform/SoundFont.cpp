@@ -1,4 +1,5 @@
 #include "platform/SoundFont.h"
+#include "platform/Services.h"
 
 #include <QFileInfo>
 
@@ -6,10 +7,7 @@ namespace platform {
 
 namespace {
 
-QString& Override() {
-  static QString path;
-  return path;
-}
+QString& Override() { return TheServices().SoundFont; }
 
 }  // namespace
 

@@ -1,4 +1,5 @@
 #include "platform/SpeechEngine.h"
+#include "platform/Services.h"
 
 #include <QLibrary>
 #include <QStandardPaths>
@@ -7,10 +8,7 @@ namespace platform {
 
 namespace {
 
-std::function<bool()>& Probe() {
-  static std::function<bool()> probe;
-  return probe;
-}
+auto& Probe() { return TheServices().SpeechProbe; }
 
 bool LibraryLoads() {
   QLibrary library("espeak-ng", 1);

@@ -1,14 +1,12 @@
 #include "platform/SystemMessage.h"
+#include "platform/Services.h"
 
 #include <QMessageBox>
 
 namespace platform {
 
 namespace {
-std::function<void(const QString&, const QString&)>& Sink() {
-  static std::function<void(const QString&, const QString&)> sink;
-  return sink;
-}
+auto& Sink() { return TheServices().MessageSink; }
 }  // namespace
 
 void ShowSystemMessage(const QString& text, const QString& title, MessageIcon icon) {

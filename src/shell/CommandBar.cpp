@@ -1,40 +1,30 @@
 #include "shell/CommandBar.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
-#include <QMdiSubWindow>
 #include <QPainter>
-#include <QPointer>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <algorithm>
 
-#include "core/CommonKeys.h"
 #include "browser/Thumbnails.h"
-#include "catalogue/CdDrives.h"
-#include "catalogue/PathParts.h"
 #include "catalogue/PathRoutines.h"
 #include "controls/BalloonHelp.h"
 #include "controls/Button.h"
-#include "controls/MsgBoxEnhanced.h"
 #include "controls/NewSlider.h"
 #include "controls/PaintRoutines.h"
 #include "controls/SystemColours.h"
-#include "fileops/ChooseDirectory.h"
-#include "platform/DesktopHandlers.h"
-#include "platform/KeyCodes.h"
-#include "platform/SiblingPrograms.h"
-#include "platform/Twips.h"
 #include "core/AppState.h"
-#include "shell/BarPictures.h"
-#include "shell/CommandBarHelpers.h"
+#include "core/CommonKeys.h"
 #include "core/HelpTexts.h"
-#include "shell/MainForm.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
+#include "platform/KeyCodes.h"
+#include "platform/Twips.h"
+#include "shell/CommandBarHelpers.h"
+#include "shell/CommandTable.h"
+#include "shell/VolumeStrip.h"
 #include "system/MixerModule.h"
 
 using namespace commandbar;
@@ -47,25 +37,20 @@ constexpr int Margin = 90;
 constexpr int Row1Top = 90;
 constexpr int Row1Height = 345;
 constexpr int DirectoryLabelWidth = 780;
-constexpr int SmallButton = 345;
-constexpr int VolumeWidth = 600;
-constexpr int SliderWidth = 1500;
 constexpr int NearGap = 60;
 constexpr int GroupGapTop = 240;
 constexpr int MinimumNameWidth = 1500;
 // Bottom row: the function buttons in groups.
 constexpr int Row2Top = 540;
-constexpr int BigButton = 480;
 constexpr int ButtonGap = 15;
 constexpr int GroupGap = 90;
-
-constexpr int TimerInterval = 500;
 
 constexpr int F2 = keys::F1 + 1, F3 = keys::F1 + 2, F4 = keys::F1 + 3, F9 = keys::F1 + 8;
 
 }  // namespace
 
-CommandBar::CommandBar(QWidget* parent) : QWidget(parent) {
+CommandBar::CommandBar(QWidget* parent)
+    : QWidget(parent), volume_(new VolumeStrip(this)), Timer1(volume_->Timer1) {
   setObjectName("CommandBar");
   setFocusPolicy(Qt::ClickFocus);
   balloons_ = new BalloonHelp(this);
@@ -86,82 +71,12 @@ CommandBar::CommandBar(QWidget* parent) : QWidget(parent) {
   DirectoryName->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   DirectoryName->setTextFormat(Qt::PlainText);
 
-  const int small = twips::ToPixels(SmallButton);
-  const int big = twips::ToPixels(BigButton);
-  DirectoryButton = MakeButton("DirectoryButton", small);
-  refreshButton = MakeButton("refreshButton", small);
-  cdButton = MakeButton("cdButton", big);
-  ejectButton = MakeButton("ejectButton", big);
-  closeButton = MakeButton("closeButton", big);
-  dvdButton = MakeButton("dvdButton", big);
-  audioButton = MakeButton("audioButton", big);
-  videoButton = MakeButton("videoButton", big);
-  albumButton = MakeButton("albumButton", big);
-  searchButton = MakeButton("searchButton", big);
-  sortButton = MakeButton("sortButton", big);
-  sleepButton = MakeButton("sleepButton", big);
-  alarmButton = MakeButton("alarmButton", big);
-  paintButton = MakeButton("paintButton", big);
-  magnifierButton = MakeButton("magnifierButton", big);
-  internetButton = MakeButton("internetButton", big);
-  optionsButton = MakeButton("optionsButton", big);
-  multimediaButton = MakeButton("multimediaButton", big);
-  mixerButton = MakeButton("mixerButton", big);
-  aboutButton = MakeButton("aboutButton", big);
-  HelpButton = MakeButton("HelpButton", big);
-  muteButton = MakeButton("muteButton", small);
+  MakeButtons();
 
-  // The windows behind these buttons are not part of the program yet: the
-  // album selection, the file search, the selection and sort options, the
-  // options, the magnifier and the tutorial, and the CD tray through the CD
-  // access. Their buttons show disabled until they come. The tutorial's
-  // button is enabled by the main window's first-run watch once the
-  // tutorial can run.
-  for (Button* later : {albumButton, searchButton, sortButton, optionsButton, magnifierButton,
-                        HelpButton, ejectButton, closeButton})
-    later->SetEnabled(false);
-
-  const auto connectClick = [this](Button* button, void (CommandBar::*click)()) {
-    connect(button, &Button::Click, this, click);
-  };
-  connectClick(DirectoryButton, &CommandBar::DirectoryButton_Click);
-  connectClick(refreshButton, &CommandBar::refreshButton_Click);
-  connectClick(cdButton, &CommandBar::cdButton_Click);
-  connectClick(ejectButton, &CommandBar::ejectButton_Click);
-  connectClick(closeButton, &CommandBar::closeButton_Click);
-  connectClick(dvdButton, &CommandBar::dvdButton_Click);
-  connectClick(audioButton, &CommandBar::audioButton_Click);
-  connectClick(videoButton, &CommandBar::videoButton_Click);
-  connectClick(albumButton, &CommandBar::albumButton_Click);
-  connectClick(searchButton, &CommandBar::searchButton_Click);
-  connectClick(sortButton, &CommandBar::sortButton_Click);
-  connectClick(sleepButton, &CommandBar::sleepButton_Click);
-  connectClick(alarmButton, &CommandBar::alarmButton_Click);
-  connectClick(paintButton, &CommandBar::paintButton_Click);
-  connectClick(magnifierButton, &CommandBar::magnifierButton_Click);
-  connectClick(optionsButton, &CommandBar::optionsButton_Click);
-  connectClick(multimediaButton, &CommandBar::multimediaButton_Click);
-  connectClick(mixerButton, &CommandBar::mixerButton_Click);
-  connectClick(aboutButton, &CommandBar::aboutButton_Click);
-  connectClick(HelpButton, &CommandBar::HelpButton_Click);
-  connectClick(muteButton, &CommandBar::muteButton_Click);
-
-  Picture1 = new QLabel(this);
-  Picture1->setObjectName("Picture1");
-  Picture1->setPixmap(BarPicture("Picture1", small - 7));
-  Picture1->hide();
-  Picture2 = new QLabel(this);
-  Picture2->setObjectName("Picture2");
-  Picture2->setPixmap(BarPicture("Picture2", small - 7));
-  Picture2->hide();
-  muteButton->SetPicture(Picture1->pixmap());
-
-  Slider1 = new NewSlider(this);
-  Slider1->setObjectName("Slider1");
-  Slider1->SetMax(100);
-  Slider1->SetLargeChange(10);
-  Slider1->SetSliderShape(1);
-  Slider1->SetBackColor(ToOleColor(App().ColorLightGrey));
+  Slider1 = volume_->Slider1;
+  Volume = volume_->Volume;
+  Picture1 = volume_->Picture1;
+  Picture2 = volume_->Picture2;
   // While the thumb is dragged and when it is let go (or moved by a click
   // or a key) the volume follows.
   connect(Slider1, &NewSlider::Scroll, this, &CommandBar::ChangeVolume);
@@ -170,11 +85,6 @@ CommandBar::CommandBar(QWidget* parent) : QWidget(parent) {
   Slider2->setObjectName("Slider2");
   Slider2->hide();
 
-  Volume = new QLabel(this);
-  Volume->setObjectName("Volume");
-  Volume->setAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  Volume->setFont(bold);
-
   // The focus rests here, out of sight, whenever a button has been used.
   focusButton = new QPushButton(this);
   focusButton->setObjectName("focusButton");
@@ -182,8 +92,9 @@ CommandBar::CommandBar(QWidget* parent) : QWidget(parent) {
   focusButton->setFlat(true);
   focusButton->setGeometry(-20, -20, 1, 1);
 
-  Timer1.setInterval(TimerInterval);
-  connect(&Timer1, &QTimer::timeout, this, &CommandBar::Timer1_Timer);
+  // Tab visits the volume after the function buttons.
+  setTabOrder(HelpButton, muteButton);
+  setTabOrder(muteButton, Slider1);
 
   // The bar looks at every key before its controls do.
   for (QWidget* child : findChildren<QWidget*>()) child->installEventFilter(this);
@@ -197,15 +108,16 @@ CommandBar::~CommandBar() {
   if (!unloaded_) Form_QueryUnload();
 }
 
-Button* CommandBar::MakeButton(const QString& name, int sizePixels) {
-  auto* button = new Button(this);
-  button->setObjectName(name);
-  button->SetBackColor(ToOleColor(App().ColorLightGrey));
-  // The picture leaves room for the raised edge.
-  button->SetPicture(BarPicture(name, sizePixels - (sizePixels > 28 ? 9 : 7)));
-  button->setFixedSize(sizePixels, sizePixels);
-  return button;
+void CommandBar::MakeButtons() {
+  for (const CommandRow& row : CommandTable()) {
+    Button* button =
+        row.Place == BarPlace::VolumeStrip ? volume_->muteButton : MakeBarButton(row, this);
+    this->*row.Member = button;
+    if (row.Click) connect(button, &Button::Click, this, row.Click);
+  }
 }
+
+Button* CommandBar::ButtonOf(BarButton button) const { return this->*CommandRowOf(button).Member; }
 
 // ---- Loading and closing -----------------------------------------------------
 
@@ -213,24 +125,17 @@ void CommandBar::Form_Load() {
   unloaded_ = false;
   const quint32 buttonColour = ToOleColor(App().ColorLightGrey);
   for (Button* button : findChildren<Button*>()) button->SetBackColor(buttonColour);
-  internetButton->SetEnabled(false);
-  internetButton->hide();
-
-  OpenMixer(0);
-  const int volume = GetVolume(0);
-  {
-    const QSignalBlocker quiet(Slider1);
-    Slider1->SetValue(volume);
+  for (const CommandRow& row : CommandTable()) {
+    if (row.Start != ButtonStart::Hidden) continue;
+    ButtonOf(row.Id)->SetEnabled(false);
+    ButtonOf(row.Id)->hide();
   }
-  Volume->setText(VolumeText(volume));
-  Timer1_Timer();
-  Timer1.start();
+  volume_->Open();
   ApplyHelp();
 }
 
 void CommandBar::Form_QueryUnload() {
-  Timer1.stop();
-  CloseMixer();
+  volume_->Close();
   unloaded_ = true;
 }
 
@@ -245,14 +150,11 @@ void CommandBar::PlaceControls() {
   const auto px = [](int t) { return twips::ToPixels(t); };
   const int width = std::max(twips::FromPixels(this->width()), 9000);
 
-  // Top row, from the right: the volume, its slider and the mute button;
-  // from the left: the label and the name, with the folder and refresh
-  // buttons after the name.
-  const int volumeLeft = width - Margin - VolumeWidth;
-  const int sliderLeft = volumeLeft - NearGap - SliderWidth;
-  const int muteLeft = sliderLeft - NearGap - SmallButton;
-  const int refreshLeft = muteLeft - GroupGapTop - SmallButton;
-  const int folderLeft = refreshLeft - ButtonGap * 2 - SmallButton;
+  // Top row, from the right: the volume strip; from the left: the label and
+  // the name, with the folder and refresh buttons after the name.
+  const int volumeLeft = width - Margin - VolumeStrip::WidthTwips();
+  const int refreshLeft = volumeLeft - GroupGapTop - SmallButtonTwips;
+  const int folderLeft = refreshLeft - ButtonGap * 2 - SmallButtonTwips;
   const int nameLeft = Margin + DirectoryLabelWidth;
   const int nameWidth = std::max(folderLeft - NearGap - nameLeft, MinimumNameWidth);
 
@@ -260,31 +162,19 @@ void CommandBar::PlaceControls() {
   DirectoryName->setGeometry(px(nameLeft), px(Row1Top), px(nameWidth), px(Row1Height));
   const int buttonsLeft = nameLeft + nameWidth + NearGap;
   DirectoryButton->move(px(buttonsLeft), px(Row1Top));
-  refreshButton->move(px(buttonsLeft + SmallButton + ButtonGap * 2), px(Row1Top));
-  muteButton->move(px(muteLeft), px(Row1Top));
-  Slider1->setGeometry(px(sliderLeft), px(Row1Top), px(SliderWidth), px(Row1Height));
-  Volume->setGeometry(px(volumeLeft), px(Row1Top), px(VolumeWidth), px(Row1Height));
+  refreshButton->move(px(buttonsLeft + SmallButtonTwips + ButtonGap * 2), px(Row1Top));
+  volume_->Place(volumeLeft, Row1Top);
 
-  // Bottom row: the function buttons in groups.
-  const std::initializer_list<std::initializer_list<Button*>> groups = {
-      {cdButton, ejectButton, closeButton, dvdButton},
-      {audioButton, videoButton},
-      {albumButton, searchButton, sortButton},
-      {sleepButton, alarmButton},
-      {paintButton, magnifierButton},
-      {optionsButton, multimediaButton, mixerButton},
-      {aboutButton, HelpButton},
-  };
+  // Bottom row: the function buttons in their groups, from the left.
   int left = Margin;
-  for (const auto& group : groups) {
-    for (Button* button : group) {
-      button->move(px(left), px(Row2Top));
-      left += BigButton + ButtonGap;
+  for (int group = 1; group <= LastBottomGroup(); ++group) {
+    for (const CommandRow& row : CommandTable()) {
+      if (row.Place != BarPlace::BottomRow || row.Group != group) continue;
+      ButtonOf(row.Id)->move(px(left), px(Row2Top));
+      left += BigButtonTwips + ButtonGap;
     }
     left += GroupGap - ButtonGap;
   }
-  // Hidden: it would stand with the other programs.
-  internetButton->move(px(left), px(Row2Top));
   FitDirectoryName();
 }
 
@@ -316,11 +206,16 @@ void CommandBar::SetDirectoryLabel(bool album) {
 }
 
 void CommandBar::ShowControls() {
-  for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-    if (child == internetButton || child == Slider2 || child == Picture1 || child == Picture2)
-      continue;
-    child->show();
-  }
+  // Slider2 and the hidden buttons stay hidden; so do the mute button's
+  // pictures, inside the volume strip.
+  const auto hiddenButton = [this](QWidget* child) {
+    const auto rows = CommandTable();
+    return std::any_of(rows.begin(), rows.end(), [this, child](const CommandRow& row) {
+      return row.Start == ButtonStart::Hidden && ButtonOf(row.Id) == child;
+    });
+  };
+  for (QWidget* child : findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+    if (child != Slider2 && !hiddenButton(child)) child->show();
 }
 
 void CommandBar::FitDirectoryName() {
@@ -341,34 +236,14 @@ void CommandBar::Follow(Thumbnails* browser) {
 
 // ---- Volume ----------------------------------------------------------------
 
-QString CommandBar::VolumeText(int percent) { return QString::number(percent) + "% "; }
-
-void CommandBar::ShowMutePicture(bool muted) {
-  muteButton->SetPicture(muted ? Picture2->pixmap() : Picture1->pixmap());
-}
+QString CommandBar::VolumeText(int percent) { return VolumeStrip::VolumeText(percent); }
 
 void CommandBar::ChangeVolume(int percent) {
-  Timer1.stop();
   ReleaseFocus();
-  Volume->setText(VolumeText(percent));
-  SetVolume(0, percent);
-  SetVolume(4, percent);
-  SetVolume(5, percent);
-  Timer1.start();
+  volume_->ChangeVolume(percent);
 }
 
-void CommandBar::Timer1_Timer() {
-  ShowMutePicture(GetMute(7));
-  const int volume = GetVolume(0);
-  // The user's drag has the last word while it lasts.
-  if (!Slider1->Scrolling()) {
-    const QSignalBlocker quiet(Slider1);
-    Slider1->SetValue(volume);
-  }
-  Volume->setText(VolumeText(volume));
-  SetVolume(4, volume);
-  SetVolume(5, volume);
-}
+void CommandBar::Timer1_Timer() { volume_->Timer1_Timer(); }
 
 // ---- Keys and focus ----------------------------------------------------------
 
@@ -502,7 +377,7 @@ void CommandBar::ApplyHelp() {
     return;
   }
   for (const HelpEntry& entry : HelpTable()) {
-    auto* control = findChild<QWidget*>(entry.Control, Qt::FindDirectChildrenOnly);
+    auto* control = findChild<QWidget*>(entry.Control);
     if (control) balloons_->SetBalloon(control, HelpText(entry.Control), entry.Title);
   }
 }

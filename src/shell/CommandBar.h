@@ -4,8 +4,10 @@
 // holds the master volume. It loads with the browser and stays to the end.
 // The keyboard of the whole browser passes through it.
 //
-// Two rows, laid out by hand in twips: the folder or album with its two
-// buttons and the volume on top, the function buttons in groups below.
+// Two rows, laid out in twips: the folder or album with its two buttons and
+// the volume strip on top, the function buttons in groups below. The
+// buttons, where they stand and what they run come from the command table
+// (CommandTable.h); their routines are in CommandBarButtons.cpp.
 
 #include <QString>
 #include <QTimer>
@@ -21,6 +23,7 @@ class Button;
 class NewSlider;
 class QLabel;
 class QPushButton;
+class VolumeStrip;
 
 class CommandBar : public QWidget, public BarCommands {
   Q_OBJECT
@@ -29,11 +32,18 @@ class CommandBar : public QWidget, public BarCommands {
   explicit CommandBar(QWidget* parent = nullptr);
   ~CommandBar() override;
 
+ private:
+  // Made first: muteButton, Slider1, Volume, Picture1, Picture2 and Timer1
+  // below are its controls.
+  VolumeStrip* volume_;
+
+ public:
   // ---- Controls ------------------------------------------------------------
   QLabel* DirectoryLabel = nullptr;  // "Folder:" or "Album:"
   // The folder or album on display, followed by a blank and shortened to
   // the label's width.
   QLabel* DirectoryName = nullptr;
+  // Each button is made from its row of the command table.
   Button* DirectoryButton = nullptr;
   Button* refreshButton = nullptr;
   Button* ejectButton = nullptr;
@@ -52,20 +62,22 @@ class CommandBar : public QWidget, public BarCommands {
   Button* optionsButton = nullptr;
   Button* multimediaButton = nullptr;
   Button* mixerButton = nullptr;
-  Button* muteButton = nullptr;
   Button* aboutButton = nullptr;
   Button* HelpButton = nullptr;
   Button* internetButton = nullptr;  // hidden and disabled: the function is not there
-  NewSlider* Slider1 = nullptr;      // master volume, 0 to 100
-  NewSlider* Slider2 = nullptr;      // not used; kept hidden
-  QLabel* Volume = nullptr;          // the volume as "40% "
+  // The volume strip's controls.
+  Button* muteButton = nullptr;
+  NewSlider* Slider1 = nullptr;  // master volume, 0 to 100
+  QLabel* Volume = nullptr;      // the volume as "40% "
   // The two pictures of muteButton: sound on, sound off. Never shown.
   QLabel* Picture1 = nullptr;
   QLabel* Picture2 = nullptr;
+  // Keeps the volume display true to the system, every 500 ms, reading the
+  // mixer away from the user-interface thread.
+  QTimer& Timer1;
+  NewSlider* Slider2 = nullptr;  // not used; kept hidden
   // A place for the focus that the user does not see.
   QPushButton* focusButton = nullptr;
-  // Keeps the volume display true to the system, every 500 ms.
-  QTimer Timer1;
 
   // ---- Loading and closing -------------------------------------------------
   // Opens the mixer, shows the volume and runs Timer1's routine once. The
@@ -108,21 +120,23 @@ class CommandBar : public QWidget, public BarCommands {
   void multimediaButton_Click();
   void mixerButton_Click();
   void muteButton_Click();
-  // Runs the click of the named button when the button is enabled; whether
-  // it ran. An unknown name runs nothing.
-
+  // The button's control; every button has one.
+  Button* ButtonOf(BarButton button) const;
 
   // ---- What the keys of every window reach ----------------------------------
+  // Both run the click of the button's row in the command table; a button
+  // without a click runs nothing.
   bool ClickIfEnabled(BarButton button) override;
   void Click(BarButton button) override;
   void StepVolume(int direction) override;
   void ToggleMute() override;
 
   // ---- Volume --------------------------------------------------------------
-  // From the slider: shows the value and sets the master, compact disc and
-  // wave out volumes to it, with Timer1 stopped meanwhile.
+  // From the slider: releases the focus, shows the value and sets the
+  // master, compact disc and wave out volumes to it, with Timer1 stopped
+  // meanwhile.
   void ChangeVolume(int percent);
-  // Shows the system's mute state and volume.
+  // Asks for the system's mute state and volume, which show once read.
   void Timer1_Timer();
   // The text of the Volume label for a percent: "40% ".
   static QString VolumeText(int percent);
@@ -148,10 +162,9 @@ class CommandBar : public QWidget, public BarCommands {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  Button* MakeButton(const QString& name, int sizePixels);
+  void MakeButtons();
   void PlaceControls();
   void FitDirectoryName();
-  void ShowMutePicture(bool muted);
   // The checks before starting the player for audio; false after telling
   // the user that the machine cannot play sound.
   bool AudioReady();

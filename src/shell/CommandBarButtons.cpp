@@ -1,5 +1,5 @@
-// The command bar's buttons: what each one starts, and the one routine
-// that clicks a button by its name when it is enabled.
+// The command bar's buttons: what each one starts, and clicking a button
+// through its row of the command table.
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -17,6 +17,8 @@
 #include "core/AppState.h"
 #include "shell/CommandBar.h"
 #include "shell/CommandBarHelpers.h"
+#include "shell/CommandTable.h"
+#include "shell/VolumeStrip.h"
 #include "shell/MainForm.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
@@ -204,55 +206,18 @@ void CommandBar::mixerButton_Click() {
 
 void CommandBar::muteButton_Click() {
   ReleaseFocus();
-  if (GetMute(7)) {
-    ShowMutePicture(false);
-    SetMute(7, false);
-  } else {
-    ShowMutePicture(true);
-    SetMute(7, true);
-  }
+  volume_->FlipMute();
 }
 
+// ---- Clicks by the button's row ---------------------------------------------
+
 bool CommandBar::ClickIfEnabled(BarButton button) {
-  const QString buttonName = BarButtonName(button);
-  struct Entry {
-    const char* name;
-    Button* CommandBar::*button;
-    void (CommandBar::*click)();
-  };
-  static const Entry table[] = {
-      {"DirectoryButton", &CommandBar::DirectoryButton, &CommandBar::DirectoryButton_Click},
-      {"HelpButton", &CommandBar::HelpButton, &CommandBar::HelpButton_Click},
-      {"aboutButton", &CommandBar::aboutButton, &CommandBar::aboutButton_Click},
-      {"refreshButton", &CommandBar::refreshButton, &CommandBar::refreshButton_Click},
-      {"ejectButton", &CommandBar::ejectButton, &CommandBar::ejectButton_Click},
-      {"closeButton", &CommandBar::closeButton, &CommandBar::closeButton_Click},
-      {"cdButton", &CommandBar::cdButton, &CommandBar::cdButton_Click},
-      {"audioButton", &CommandBar::audioButton, &CommandBar::audioButton_Click},
-      {"videoButton", &CommandBar::videoButton, &CommandBar::videoButton_Click},
-      {"albumButton", &CommandBar::albumButton, &CommandBar::albumButton_Click},
-      {"dvdButton", &CommandBar::dvdButton, &CommandBar::dvdButton_Click},
-      {"searchButton", &CommandBar::searchButton, &CommandBar::searchButton_Click},
-      {"sortButton", &CommandBar::sortButton, &CommandBar::sortButton_Click},
-      {"sleepButton", &CommandBar::sleepButton, &CommandBar::sleepButton_Click},
-      {"alarmButton", &CommandBar::alarmButton, &CommandBar::alarmButton_Click},
-      {"paintButton", &CommandBar::paintButton, &CommandBar::paintButton_Click},
-      {"magnifierButton", &CommandBar::magnifierButton, &CommandBar::magnifierButton_Click},
-      {"optionsButton", &CommandBar::optionsButton, &CommandBar::optionsButton_Click},
-      {"multimediaButton", &CommandBar::multimediaButton, &CommandBar::multimediaButton_Click},
-      {"mixerButton", &CommandBar::mixerButton, &CommandBar::mixerButton_Click},
-      {"muteButton", &CommandBar::muteButton, &CommandBar::muteButton_Click},
-  };
-  for (const Entry& entry : table) {
-    if (buttonName != QLatin1String(entry.name)) continue;
-    Button* control = this->*entry.button;
-    if (!control || !control->Enabled()) return false;
-    (this->*entry.click)();
-    return true;
-  }
-  return false;
+  const CommandRow& row = CommandRowOf(button);
+  if (!row.Click || !ButtonOf(button)->Enabled()) return false;
+  (this->*row.Click)();
+  return true;
 }
 
 void CommandBar::Click(BarButton button) {
-  if (button == BarButton::refreshButton) refreshButton_Click();
+  if (const auto click = CommandRowOf(button).Click) (this->*click)();
 }

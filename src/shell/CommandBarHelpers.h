@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "browser/Thumbnails.h"
-#include "controls/MsgBoxEnhanced.h"
+#include "shell/SharedMessageBox.h"
 #include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
 
@@ -18,7 +18,7 @@ inline constexpr qint16 OkInformation = 64;
 inline Thumbnails* Browser() { return Windows().Get<Thumbnails>(); }
 
 inline void Say(const QString& prompt, qint16 style, const QString& title) {
-  CreateMsgBox()->MsgBox(prompt, style, title);
+  CreateSharedMsgBox()->MsgBox(prompt, style, title);
 }
 
 // Brings a loaded window forward and, as the bar's buttons do, to its

@@ -1,62 +1,37 @@
 #include "shell/MainForm.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFileInfo>
-#include <QHash>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QScreen>
 #include <QWindow>
-#include <array>
 
-#include "browser/PageGeometry.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
-#include "controls/Button.h"
-#include "controls/MessageBoxAppearance.h"
-#include "controls/MsgBoxEnhanced.h"
-#include "controls/ThumbnailScroll.h"
-#include "platform/SiblingPrograms.h"
-#include "platform/SpeechEngine.h"
-#include "platform/Twips.h"
 #include "core/AppState.h"
-#include "shell/CommandBar.h"
 #include "core/DataFile.h"
+#include "core/Settings.h"
+#include "core/WindowRegistry.h"
+#include "platform/SiblingPrograms.h"
+#include "platform/Twips.h"
+#include "shell/BrowserArea.h"
+#include "shell/FirstRunWatch.h"
 #include "shell/ForwardWindowWatch.h"
 #include "shell/FrmAbout.h"
 #include "shell/Logo.h"
-#include "core/Settings.h"
+#include "shell/SharedMessageBox.h"
 #include "shell/SizeForm.h"
 #include "shell/SplashMessage.h"
+#include "shell/StartUp.h"
 #include "shell/WindowFit.h"
-#include "core/WindowRegistry.h"
-#include "core/WindowFrame.h"
-
-namespace {
-
-// Holds the thread for the given time while letting events run.
-void LetEventsRunFor(int milliseconds) {
-  QEventLoop loop;
-  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
-  loop.exec();
-}
-
-QMdiSubWindow* AddFixedSubWindow(QMdiArea* area, QWidget* content) {
-  QMdiSubWindow* sub = area->addSubWindow(content, Qt::FramelessWindowHint | Qt::SubWindow);
-  sub->setOption(QMdiSubWindow::RubberBandMove, false);
-  sub->setAttribute(Qt::WA_DeleteOnClose);
-  sub->show();
-  return sub;
-}
-
-}  // namespace
 
 MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
     : QMainWindow(parent),
       sizeForm_(sizeForm),
       area_(new QMdiArea(this)),
+      browserArea_(std::make_unique<BrowserArea>(area_, [this] { return OuterTwips().width(); })),
       forward_(new ForwardWindowWatch(this, area_)) {
   setObjectName("MainForm");
   setWindowTitle("Vistrel");
@@ -92,7 +67,7 @@ MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
     if (previous == browser) browser->Form_Deactivate();
     if (now == browser) browser->Form_Activate();
   });
-  Windows().Loaded(WindowId::MainForm, this);
+  Windows().Loaded(this);
 }
 
 MainForm::~MainForm() = default;
@@ -152,8 +127,7 @@ bool MainForm::MDIForm_Load() {
     return false;
   }
 
-  CreateMsgBox();
-  SetMessageBoxAppearance();
+  CreateSharedMsgBox();
   FillMediaTables();
   // The genre table of the tag editor is filled by the tag editor's own
   // module when it arrives.
@@ -179,28 +153,6 @@ bool MainForm::MDIForm_Load() {
   QCoreApplication::processEvents();
   QApplication::restoreOverrideCursor();
   return true;
-}
-
-void MainForm::ShowSplash() {
-  auto* logo = new Logo;
-  logo->setAttribute(Qt::WA_DeleteOnClose);
-  Windows().Loaded(WindowId::Logo, logo);
-  logo->setWindowFlag(Qt::WindowStaysOnTopHint);
-  if (const QScreen* s = QGuiApplication::primaryScreen())
-    logo->move(s->availableGeometry().center() - logo->rect().center());
-  logo->show();
-  logo->SetMessage("PLEASE WAIT... Setting up display data");
-  QCoreApplication::processEvents();
-  LetEventsRunFor(1000);
-}
-
-void MainForm::StartAlarmWatcher() {
-  // An armed alarm survives a restart: the viewer program that rings it is
-  // started when it is not running.
-  App().ViewerWindow = platform::FindWindowByCaption(" Lorvane");
-  if (App().ViewerWindow != 0) return;
-  const QString path = App().ProgramFolder + "/Lorvane";
-  platform::StartProgram(path, {});
 }
 
 void MainForm::RestoreMainPosition() {
@@ -248,20 +200,7 @@ void MainForm::MDIForm_Activate() {
     app.MainClientHeight = outer.height() - app.TitleBarHeight - BorderWidth;
     app.MainClientWidth = outer.width() - 2 * BorderWidth;
 
-    auto* bar = new CommandBar;
-    Windows().Loaded(WindowId::CommandBar, bar);
-    // The window system's menu of the window takes no entries of a program
-    // here: "About Vistrel" stands in the command bar's own popup menu.
-    auto* about = new QAction("About Vistrel", bar);
-    connect(about, &QAction::triggered, this, &MainForm::ShowAbout);
-    bar->addAction(about);
-    bar->setContextMenuPolicy(Qt::ActionsContextMenu);
-    commandBarWindow_ = AddFixedSubWindow(area_, bar);
-    auto* browser = new Thumbnails;
-    Windows().Loaded(browser);
-    bar->Follow(browser);
-    connect(browser, &Thumbnails::Activated, this, &MainForm::StartTimer1);
-    thumbnailsWindow_ = AddFixedSubWindow(area_, browser);
+    Thumbnails* browser = LoadBarAndBrowser(*this).Browser;
     PlaceBrowser();
     if (app.SplashShown) {
       if (Logo* logo = Logo::Instance()) logo->SetMessage("PLEASE WAIT... Adjusting for screen size");
@@ -276,7 +215,7 @@ void MainForm::MDIForm_Activate() {
     }
     // The browser's first activation: it becomes the current window, loads
     // its help and starts the first-run watch.
-    area_->setActiveSubWindow(thumbnailsWindow_);
+    browserArea_->Activate(browserArea_->BrowserWindow());
     forward_->SetForward(browser);
     forward_->SetEnabled(true);
     browser->Form_Activate();
@@ -287,18 +226,7 @@ void MainForm::MDIForm_Activate() {
   QApplication::restoreOverrideCursor();
 }
 
-void MainForm::PlaceBrowser() {
-  const AppState& app = App();
-  const int barHeight = twips::ToPixels(pagegeometry::CommandBarStrip);
-  const int width = std::max(area_->width(), twips::ToPixels(app.MainClientWidth));
-  if (commandBarWindow_) commandBarWindow_->setGeometry(0, 0, width, barHeight);
-  if (thumbnailsWindow_) {
-    const int browserWidth = twips::ToPixels(OuterTwips().width() - pagegeometry::BrowserWidthMargin);
-    const int browserHeight = twips::ToPixels(app.MainClientHeight - pagegeometry::CommandBarStrip);
-    thumbnailsWindow_->setGeometry(0, barHeight, std::max(browserWidth, 1),
-                                   std::max(browserHeight, 1));
-  }
-}
+void MainForm::PlaceBrowser() { browserArea_->PlaceBrowser(); }
 
 void MainForm::MDIForm_Resize() {
   AppState& app = App();
@@ -332,8 +260,8 @@ void MainForm::MDIForm_Resize() {
       SkipRestart = true;
     } else if (WasMinimised) {
       WasMinimised = false;
-      const int expected = twips::ToPixels(OuterTwips().width() - pagegeometry::BrowserWidthMargin);
-      if (thumbnailsWindow_ && thumbnailsWindow_->width() != expected) {
+      const QWidget* browserWindow = browserArea_->BrowserWindow();
+      if (browserWindow && browserWindow->width() != browserArea_->ExpectedBrowserWidth()) {
         RefitAllWindows();
         return;
       }
@@ -360,77 +288,10 @@ void MainForm::Timer1_Timer() {
   Timer1.setInterval(60000);
   Timer1.stop();
   if (App().ShuttingDown) return;
-  const QString character = App().AgentCharacterFile;
-  FirstRunCheck check;
-  check.CharacterPresent = !character.isEmpty() && QFileInfo(character).isFile();
-  check.SpeechEnginePresent = check.CharacterPresent && platform::SpeechEngineAvailable();
-  check.FirstRun = FirstTimerRun;
-  check.Defined = settings::GetSetting("Defined", "No") == "Yes";
-  check.MerlinShown = settings::GetSetting("MerlinShown", "") == "Yes";
-  const FirstRunActions actions = FirstRunTimerActions(check);
-
-  QPointer<CommandBar> bar = Windows().Get<CommandBar>();
-  if (bar) bar->HelpButton->setEnabled(actions.HelpEnabled);
-  if (actions.PressHelp && bar) bar->ClickIfEnabled(BarButton::HelpButton);
-  if (actions.ShowOptionsEntry)
-    if (QWidget* options = FrameOf(Windows().Find(WindowId::OptionsEntry))) options->show();
-  if (actions.PressOptions && bar) bar->ClickIfEnabled(BarButton::optionsButton);
+  const FirstRunActions actions = FirstRunTimerActions(LookForFirstRun(FirstTimerRun));
+  ApplyFirstRunActions(actions);
   FirstTimerRun = false;
   if (actions.Restart && !App().ShuttingDown) Timer1.start();
-}
-
-void MainForm::SetOuterWidth(int widthTwips) {
-  const int frameWidth = frameGeometry().width() - width();
-  resize(std::max(twips::ToPixels(widthTwips) - frameWidth, 1), height());
-}
-
-void MainForm::SetOuterHeight(int heightTwips) {
-  const int frameHeight = frameGeometry().height() - height();
-  resize(width(), std::max(twips::ToPixels(heightTwips) - frameHeight, 1));
-}
-
-void MainForm::MoveOuter(int leftTwips, int topTwips) {
-  // The position of a window is the position of its frame.
-  move(twips::ToPixels(leftTwips), twips::ToPixels(topTwips));
-}
-
-void MainForm::Timer2_Timer() {
-  Timer2.stop();
-  if (App().ShuttingDown) return;
-  const MainWindowState state = PresentState();
-  if (state == MainWindowState::Minimised) return;
-  const QRect outer = OuterTwips();
-  if (state == MainWindowState::Maximised) {
-    // A maximised window is neither sized nor moved; it is only fitted to.
-    if (outer.width() != LastWidth || outer.height() != LastHeight) RefitAllWindows();
-    return;
-  }
-  const MainFitStep step = MainFitAfterResize(outer, WorkAreaTwips(), LastWidth, LastHeight);
-  // A size set raises a resize, which starts this timer again.
-  if (step.Width) {
-    SetOuterWidth(*step.Width);
-    return;
-  }
-  if (step.Height) {
-    SetOuterHeight(*step.Height);
-    return;
-  }
-  if (step.Left || step.Top)
-    MoveOuter(step.Left.value_or(outer.left()), step.Top.value_or(outer.top()));
-  if (step.Refit) RefitAllWindows();
-}
-
-void MainForm::SysInfo_SettingChanged() {
-  if (App().ShuttingDown || !isVisible()) return;
-  const MainWindowState state = PresentState();
-  if (state == MainWindowState::Maximised) return;
-  const QRect outer = OuterTwips();
-  const WorkAreaFit fit = FitToChangedWorkArea(state, outer, WorkAreaTwips());
-  if (state == MainWindowState::Minimised) showNormal();
-  if (fit.Window.topLeft() != outer.topLeft()) MoveOuter(fit.Window.left(), fit.Window.top());
-  if (fit.Window.width() != outer.width()) SetOuterWidth(fit.Window.width());
-  if (fit.Window.height() != outer.height()) SetOuterHeight(fit.Window.height());
-  if (fit.Refit) RefitAllWindows();
 }
 
 bool MainForm::MDIForm_QueryUnload() {
@@ -450,9 +311,8 @@ bool MainForm::MDIForm_QueryUnload() {
   Timer1.stop();
   Timer2.stop();
   Windows().UnloadAllExcept({WindowId::MainForm});
-  commandBarWindow_ = nullptr;
-  thumbnailsWindow_ = nullptr;
-  ReleaseMsgBox();
+  browserArea_->Forget();
+  ReleaseSharedMsgBox();
   CloseDataFile();
   SaveMainPosition(LastWindowState, PresentState(), OuterTwips(), LastWidth, LastHeight,
                    WorkAreaTwips());

@@ -8,11 +8,13 @@
 #include <QPointer>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
 #include "shell/MainPosition.h"
 
 #include "core/WindowRoles.h"
 
+class BrowserArea;
 class ForwardWindowWatch;
 class QMdiArea;
 class QMdiSubWindow;
@@ -37,10 +39,10 @@ class MainForm : public QMainWindow {
   void RestoreMainPosition();
 
   QMdiArea* ClientArea() const { return area_; }
+  // The bar, the browser and the windows placed in the browser's area.
+  BrowserArea& Area() { return *browserArea_; }
   // Shows the about box (the command bar's popup menu offers it).
   void ShowAbout();
-  // Places the command bar and the browser in the client area.
-  void PlaceBrowser();
 
   // The work area of the screen, in twips.
   QRect WorkAreaTwips() const;
@@ -66,6 +68,8 @@ class MainForm : public QMainWindow {
   // second cuts its size.
   void PlaceViewerWindow(QWidget* window);
   void SizeForms(QWidget* window);
+  // Places the command bar and the browser in the client area.
+  void PlaceBrowser();
   void RefitSingleImage();
   void RefitSingleVideo();
 
@@ -98,24 +102,15 @@ class MainForm : public QMainWindow {
  private:
   void Measure();
   void ApplicationActivated();
-  void StartAlarmWatcher();
-  void ShowSplash();
   void ApplyOuterSize(const QRect& outerTwips);
   void SetOuterWidth(int widthTwips);
   void SetOuterHeight(int heightTwips);
   void MoveOuter(int leftTwips, int topTwips);
   void WatchScreen(QScreen* screen);
-  // A window's rectangle in twips relative to the browser's top left
-  // corner, and setting it so.
-  QRect RectInBrowser(QWidget* frame) const;
-  void SetRectInBrowser(QWidget* frame, const QRect& twipsRect);
-  void CentreOnBrowser(QWidget* frame);
-  int BrowserWidthTwips() const;
 
   SizeForm* sizeForm_;
   QMdiArea* area_;
-  QMdiSubWindow* commandBarWindow_ = nullptr;
-  QMdiSubWindow* thumbnailsWindow_ = nullptr;
+  std::unique_ptr<BrowserArea> browserArea_;
   bool closing_ = false;
   QRect restoredOuter_;
   QPointer<QScreen> watchedScreen_;

@@ -4,9 +4,17 @@
 #include <cmath>
 #include <memory>
 
+#include "core/AppState.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/SoundFont.h"
 #include "platform/SoundServer.h"
+
+// The open mixer: its connection to the sound server and its table of
+// controls. It lives in App().Mixer while open.
+struct MixerConnection {
+  platform::SoundServer server;
+  std::array<MixerControl, MixerControlCount> controls{};
+};
 
 namespace {
 
@@ -43,17 +51,6 @@ constexpr std::array<Line, 7> LookUpOrder{{{SpeakersLine, 0},
                                            {WaveOutLine, 5},
                                            {LineInLine, 1}}};
 
-// The open mixer (none while closed) and its table of controls.
-struct Mixer {
-  std::unique_ptr<platform::SoundServer> server;
-  std::array<MixerControl, MixerControlCount> controls{};
-};
-
-Mixer& TheMixer() {
-  static Mixer mixer;
-  return mixer;
-}
-
 // The control of a line, empty when the line or the control does not
 // exist. The sound server's default output is the speakers line.
 MixerControl FindControl(int componentType, bool mute) {
@@ -64,38 +61,42 @@ MixerControl FindControl(int componentType, bool mute) {
 }
 
 bool WriteControl(int index, int value) {
-  Mixer& mixer = TheMixer();
-  if (index < 0 || index >= MixerControlCount || !mixer.server) return false;
-  const MixerControl& control = mixer.controls[index];
+  MixerConnection* mixer = App().Mixer.get();
+  if (index < 0 || index >= MixerControlCount || !mixer) return false;
+  const MixerControl& control = mixer->controls[index];
   const qint64 raw = RawFromPercent(value, control.Minimum, control.Maximum);
   switch (control.dwControlID) {
     case MasterVolumeId:
-      return mixer.server->WriteVolume(raw);
+      return mixer->server.WriteVolume(raw);
     case MasterMuteId:
-      return mixer.server->WriteMute(raw != 0);
+      return mixer->server.WriteMute(raw != 0);
     default:
       return false;
   }
 }
 
-// The control's raw value; 0 when it cannot be read.
-qint64 ReadControl(int index) {
-  Mixer& mixer = TheMixer();
-  if (index < 0 || index >= MixerControlCount || !mixer.server) return 0;
+// A control's raw value over a connection; 0 when it cannot be read.
+qint64 ReadRaw(platform::SoundServer& server, const MixerControl& control) {
   qint64 raw = 0;
-  switch (mixer.controls[index].dwControlID) {
+  switch (control.dwControlID) {
     case MasterVolumeId:
-      if (!mixer.server->ReadVolume(raw)) raw = 0;
+      if (!server.ReadVolume(raw)) raw = 0;
       break;
     case MasterMuteId: {
       bool on = false;
-      raw = mixer.server->ReadMute(on) && on ? 1 : 0;
+      raw = server.ReadMute(on) && on ? 1 : 0;
       break;
     }
     default:
       break;
   }
   return raw;
+}
+
+qint64 ReadControl(int index) {
+  MixerConnection* mixer = App().Mixer.get();
+  if (index < 0 || index >= MixerControlCount || !mixer) return 0;
+  return ReadRaw(mixer->server, mixer->controls[index]);
 }
 
 }  // namespace
@@ -114,24 +115,19 @@ int PercentFromRaw(qint64 raw, qint32 minimum, qint32 maximum) {
 
 bool OpenMixer(int device) {
   CloseMixer();
-  auto server = std::make_unique<platform::SoundServer>();
-  const int deviceCount = server->Connect() && server->HasOutput() ? 1 : 0;
+  auto mixer = std::make_shared<MixerConnection>();
+  const int deviceCount = mixer->server.Connect() && mixer->server.HasOutput() ? 1 : 0;
   if (device < 0 || device >= deviceCount) return false;
 
-  Mixer& mixer = TheMixer();
   for (const Line& line : LookUpOrder)
-    mixer.controls[line.volumeIndex] = FindControl(line.componentType, false);
+    mixer->controls[line.volumeIndex] = FindControl(line.componentType, false);
   for (const Line& line : LookUpOrder)
-    mixer.controls[line.volumeIndex + MuteOffset] = FindControl(line.componentType, true);
-  mixer.server = std::move(server);
+    mixer->controls[line.volumeIndex + MuteOffset] = FindControl(line.componentType, true);
+  App().Mixer = std::move(mixer);
   return true;
 }
 
-void CloseMixer() {
-  Mixer& mixer = TheMixer();
-  mixer.server.reset();
-  mixer.controls.fill(MixerControl{});
-}
+void CloseMixer() { App().Mixer.reset(); }
 
 bool SetVolume(int index, int percent) { return WriteControl(index, percent); }
 
@@ -165,6 +161,24 @@ void mixerButton_Click() { platform::StartProgram(QStringLiteral("pavucontrol"),
 
 const MixerControl& MixerControlAt(int index) {
   static const MixerControl none;
-  if (index < 0 || index >= MixerControlCount) return none;
-  return TheMixer().controls[index];
+  const MixerConnection* mixer = App().Mixer.get();
+  if (!mixer || index < 0 || index >= MixerControlCount) return none;
+  return mixer->controls[index];
+}
+
+MasterReader::MasterReader()
+    : volume_(MixerControlAt(MasterVolumeIndex)), mute_(MixerControlAt(MasterMuteIndex)) {}
+
+MasterReader::~MasterReader() = default;
+
+MasterReading MasterReader::Read() {
+  if (volume_.dwControlID == 0 && mute_.dwControlID == 0) return {};
+  // Connected on the first read, on the reading thread.
+  if (!server_) {
+    server_ = std::make_unique<platform::SoundServer>();
+    server_->Connect();
+  }
+  const bool muted = ReadRaw(*server_, mute_) != 0;
+  const int volume = PercentFromRaw(ReadRaw(*server_, volume_), volume_.Minimum, volume_.Maximum);
+  return {muted, volume};
 }

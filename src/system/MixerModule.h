@@ -13,6 +13,11 @@
 // percent, 0 to 100.
 
 #include <QtGlobal>
+#include <memory>
+
+namespace platform {
+class SoundServer;
+}
 
 inline constexpr int MixerControlCount = 21;
 
@@ -34,7 +39,9 @@ qint64 RawFromPercent(int value, qint32 minimum, qint32 maximum);
 int PercentFromRaw(qint64 raw, qint32 minimum, qint32 maximum);
 
 // Opens the mixer by number; only 0 exists, and only while a sound server
-// with an output is reachable. Fills the table; true once open.
+// with an output is reachable. Fills the table; true once open. The open
+// mixer is part of the program-wide state (App().Mixer), so that
+// ResetAppState closes it too.
 bool OpenMixer(int device);
 // Closes the mixer; every later call fails quietly until it is opened again.
 void CloseMixer();
@@ -63,3 +70,30 @@ void mixerButton_Click();
 
 // The table's entry; an index outside the table gives an empty entry.
 const MixerControl& MixerControlAt(int index);
+
+// The master line as one look at it found it: GetMute(7) and GetVolume(0).
+struct MasterReading {
+  bool Muted = false;
+  int Volume = 0;
+};
+
+// Reads the master line over a connection of its own, so that the reading
+// can wait for the sound server on another thread while the user-interface
+// thread goes on (and writes over the mixer's own connection). It takes the
+// open mixer's master controls when it is made; made while the mixer is
+// closed, it reads not muted and 0 without asking the server, as the mixer
+// functions do. One Read at a time, from any thread; a silent server holds
+// it up for at most SoundServer::TimeOutMs per request.
+class MasterReader {
+ public:
+  MasterReader();
+  ~MasterReader();
+  MasterReader(const MasterReader&) = delete;
+  MasterReader& operator=(const MasterReader&) = delete;
+
+  MasterReading Read();
+
+ private:
+  MixerControl volume_, mute_;
+  std::unique_ptr<platform::SoundServer> server_;
+};

@@ -112,20 +112,20 @@ TEST_F(ListingTest, FolderListingKeepsOrdinaryVisibleFilesInCaseInsensitiveOrder
   EXPECT_EQ(ListNow(listing), QList<int>({1, 2, 3, 4}));
 
   // Name order ascending takes the listing as it comes, scratch "" behind.
-  EXPECT_EQ(App().PictureFiles,
+  EXPECT_EQ(App().PictureFiles(),
             QStringList({"a;b.png", "alias.jpg", "b'c.jpg", "my photo.gif", "PHOTO.JPG", "photo.jpg",
                          "zeta.JPG", QString::fromUtf8("Ärger.jpg"), ""}));
   EXPECT_EQ(listing.Tab(PicturesTab).Count, 8);
-  EXPECT_EQ(App().VideoFiles, QStringList({"clip.ram", ""}));
-  EXPECT_EQ(App().AudioFiles, QStringList({"song.MP3", ""}));
-  EXPECT_EQ(App().DocumentFiles, QStringList({"notes.txt", ""}));
+  EXPECT_EQ(App().VideoFiles(), QStringList({"clip.ram", ""}));
+  EXPECT_EQ(App().AudioFiles(), QStringList({"song.MP3", ""}));
+  EXPECT_EQ(App().DocumentFiles(), QStringList({"notes.txt", ""}));
   EXPECT_EQ(TabToShow(listing.Tabs), PicturesTab);
 
   // Name order descending sorts, and the ";" name loses its front.
   settings::SaveTrueFalse("SortDescending", true);
   listing.ReadSelection();
   ListNow(listing);
-  EXPECT_EQ(App().PictureFiles,
+  EXPECT_EQ(App().PictureFiles(),
             QStringList({QString::fromUtf8("Ärger.jpg"), "zeta.JPG", "photo.jpg", "PHOTO.JPG",
                          "my photo.gif", "b'c.jpg", "alias.jpg", "b.png", ""}));
 }
@@ -142,23 +142,23 @@ TEST_F(ListingTest, LengthAndExtensionOrdersReadTheKeyFolder) {
   Listing listing;
   listing.ReadSelection();
   ListNow(listing);
-  EXPECT_EQ(App().PictureFiles.mid(0, 5), QStringList({"e.BMP", "c.gif", "a.jpg", "b.jpg", "d.png"}));
+  EXPECT_EQ(App().PictureFiles().mid(0, 5), QStringList({"e.BMP", "c.gif", "a.jpg", "b.jpg", "d.png"}));
 
   settings::SaveTrueFalse("SortDescending", true);
   listing.ReadSelection();
   ListNow(listing);
-  EXPECT_EQ(App().PictureFiles, QStringList({"d.png", "b.jpg", "a.jpg", "c.gif", "e.BMP", ""}));
+  EXPECT_EQ(App().PictureFiles(), QStringList({"d.png", "b.jpg", "a.jpg", "c.gif", "e.BMP", ""}));
 
   // When the key folder is a shortened caption, no length is found: the
   // entries stay without key and fall back to name order.
   ListNow(listing, {}, "/ .../sizes");
-  EXPECT_EQ(App().PictureFiles, QStringList({"e.BMP", "d.png", "c.gif", "b.jpg", "a.jpg", ""}));
+  EXPECT_EQ(App().PictureFiles(), QStringList({"e.BMP", "d.png", "c.gif", "b.jpg", "a.jpg", ""}));
 
   settings::SaveSetting("SortOrder", "2");
   settings::SaveTrueFalse("SortDescending", false);
   listing.ReadSelection();
   ListNow(listing);
-  EXPECT_EQ(App().PictureFiles.mid(0, 5), QStringList({"e.BMP", "c.gif", "a.jpg", "b.jpg", "d.png"}));
+  EXPECT_EQ(App().PictureFiles().mid(0, 5), QStringList({"e.BMP", "c.gif", "a.jpg", "b.jpg", "d.png"}));
 }
 
 TEST_F(ListingTest, DateKeysComeFromTheCreationDay) {
@@ -182,7 +182,7 @@ TEST_F(ListingTest, AFolderThatCantBeReadLeavesThePreviousList) {
   Listing listing;
   listing.ReadSelection();
   ListNow(listing);
-  ASSERT_EQ(App().PictureFiles, QStringList({"kept.jpg", ""}));
+  ASSERT_EQ(App().PictureFiles(), QStringList({"kept.jpg", ""}));
 
   // A folder that is gone, a file, and (unless the superuser runs this) a
   // folder without read permission.
@@ -191,7 +191,7 @@ TEST_F(ListingTest, AFolderThatCantBeReadLeavesThePreviousList) {
   for (const QString& folder : bad) {
     App().CurrentFolder = folder;
     ListNow(listing);
-    EXPECT_EQ(App().PictureFiles, QStringList({"kept.jpg", ""})) << folder.toStdString();
+    EXPECT_EQ(App().PictureFiles(), QStringList({"kept.jpg", ""})) << folder.toStdString();
   }
 }
 
@@ -202,7 +202,7 @@ TEST_F(ListingTest, AnEmptyFolderGivesEmptyListsAndShowsPictures) {
   ListNow(listing);
   for (int tab = PicturesTab; tab <= DocumentsTab; ++tab) {
     EXPECT_EQ(listing.Tab(tab).Count, 0);
-    EXPECT_EQ(Listing::Files(tab), QStringList({""}));
+    EXPECT_EQ(App().List(tab), QStringList({""}));
   }
   EXPECT_EQ(TabToShow(listing.Tabs), PicturesTab);
 }
@@ -242,12 +242,12 @@ TEST_F(ListingTest, AlbumRowsKeepTheirOrderAndRepeatsAndDropOtherKinds) {
   const QStringList rows = {"/p/z.jpg", "", "/p/a.mp3", "/p/z.jpg", "/p/clip.rm", "/p/icon.ICO",
                             "/p/movie.mp4", "/p/notes.txt", "/p/page.html", "/p/a.jpg"};
   EXPECT_EQ(ListNow(listing, rows, "Holiday"), QList<int>({1, 2, 3, 4}));
-  EXPECT_EQ(App().PictureFiles, QStringList({"/p/z.jpg", "/p/z.jpg", "/p/icon.ICO", "/p/a.jpg", ""}));
-  EXPECT_EQ(App().VideoFiles, QStringList({"/p/movie.mp4", ""}));
-  EXPECT_EQ(App().AudioFiles, QStringList({"/p/a.mp3", ""}));
+  EXPECT_EQ(App().PictureFiles(), QStringList({"/p/z.jpg", "/p/z.jpg", "/p/icon.ICO", "/p/a.jpg", ""}));
+  EXPECT_EQ(App().VideoFiles(), QStringList({"/p/movie.mp4", ""}));
+  EXPECT_EQ(App().AudioFiles(), QStringList({"/p/a.mp3", ""}));
   // Documents are those of the folder shown last, as bare names.
   EXPECT_EQ(listing.Tab(DocumentsTab).Count, 1);
-  EXPECT_EQ(App().DocumentFiles[0], "readme.txt");
+  EXPECT_EQ(App().DocumentFiles()[0], "readme.txt");
   EXPECT_EQ(listing.Tab(PicturesTab).Count, 4);
 }
 
@@ -280,8 +280,8 @@ TEST_F(ListingTest, ListsBeyondThirtyTwoThousandEntriesWorkWithTwoCallsAFile) {
   ListNow(listing);
   EXPECT_LE(platform::FileSystemCallCount(), quint64(2 * count + 2));
   EXPECT_EQ(listing.Tab(PicturesTab).Count, count);
-  ASSERT_EQ(App().PictureFiles.size(), count + 1);
-  EXPECT_EQ(App().PictureFiles[0], "f32999.jpg");
-  EXPECT_EQ(App().PictureFiles[count - 1], "f00000.jpg");
+  ASSERT_EQ(App().PictureFiles().size(), count + 1);
+  EXPECT_EQ(App().PictureFiles()[0], "f32999.jpg");
+  EXPECT_EQ(App().PictureFiles()[count - 1], "f00000.jpg");
   EXPECT_EQ(ScrollMax(count, 40), 824);
 }

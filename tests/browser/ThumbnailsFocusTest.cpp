@@ -58,12 +58,12 @@ TEST_F(ThumbnailsFocusTest, TabAndShiftTabWalkTheCells) {
   ASSERT_TRUE(window.FocusCell(PicturesTab, 0));
   Press(Qt::Key_Tab);
   EXPECT_EQ(FocusedCell(window, PicturesTab), 1);
-  EXPECT_EQ(App().CurrentPicture, 1);
+  EXPECT_EQ(App().CurrentPicture(), 1);
   Press(Qt::Key_Tab);
-  EXPECT_EQ(App().CurrentPicture, 2);
+  EXPECT_EQ(App().CurrentPicture(), 2);
   Press(Qt::Key_Backtab, Qt::ShiftModifier);
   EXPECT_EQ(FocusedCell(window, PicturesTab), 1);
-  EXPECT_EQ(App().CurrentPicture, 1);
+  EXPECT_EQ(App().CurrentPicture(), 1);
 }
 
 TEST_F(ThumbnailsFocusTest, EachTabKeepsItsCurrentItemAcrossCtrlFKeys) {
@@ -84,15 +84,15 @@ TEST_F(ThumbnailsFocusTest, EachTabKeepsItsCurrentItemAcrossCtrlFKeys) {
   window.SetCurrentTab(AudiosTab);
   window.VScroll[2]->SetValue(2);
   ASSERT_TRUE(window.FocusCell(AudiosTab, 17));
-  ASSERT_EQ(App().CurrentPicture, 53);
-  ASSERT_EQ(App().CurrentVideo, 6);
-  ASSERT_EQ(App().CurrentAudio, 77);
+  ASSERT_EQ(App().CurrentPicture(), 53);
+  ASSERT_EQ(App().CurrentVideo(), 6);
+  ASSERT_EQ(App().CurrentAudio(), 77);
 
   for (const Qt::Key key : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F3, Qt::Key_F4, Qt::Key_F1, Qt::Key_F3}) {
     Press(key, Qt::ControlModifier);
-    EXPECT_EQ(App().CurrentPicture, 53);
-    EXPECT_EQ(App().CurrentVideo, 6);
-    EXPECT_EQ(App().CurrentAudio, 77);
+    EXPECT_EQ(App().CurrentPicture(), 53);
+    EXPECT_EQ(App().CurrentVideo(), 6);
+    EXPECT_EQ(App().CurrentAudio(), 77);
   }
   // The keys go on from the current cell of the tab in front.
   EXPECT_EQ(window.CurrentTab(), AudiosTab);
@@ -112,7 +112,7 @@ TEST_F(ThumbnailsFocusTest, MovesWithinThePageShownFillNothingAgain) {
   EnterPosition(window, PicturesTab, "7");
   WaitForPage(window);
   EXPECT_EQ(filled.count(), 0);
-  EXPECT_EQ(App().CurrentPicture, 6);
+  EXPECT_EQ(App().CurrentPicture(), 6);
   EXPECT_EQ(FocusedCell(window, PicturesTab), 6);
 
   // Home in the default folder, on its first page already.
@@ -125,7 +125,7 @@ TEST_F(ThumbnailsFocusTest, MovesWithinThePageShownFillNothingAgain) {
   WaitForPage(window);
   EXPECT_EQ(filled.count(), 1);
   EXPECT_EQ(window.VScroll[0]->Value(), 1);
-  EXPECT_EQ(App().CurrentPicture, 16);
+  EXPECT_EQ(App().CurrentPicture(), 16);
   // Home now turns back to the first page.
   window.Form_KeyDown(keys::Home, 0);
   WaitForPage(window);
@@ -142,12 +142,12 @@ TEST_F(ThumbnailsFocusTest, TheDocumentsPositionBoxFollowsTheFrame) {
   EXPECT_FALSE(window.PositionNumber[3]->isHidden());
   window.DocumentIcon_KeyDown(0, keys::Down, 0);
   window.DocumentIcon_KeyDown(1, keys::Down, 0);
-  EXPECT_EQ(App().CurrentDocument, 2);
+  EXPECT_EQ(App().CurrentDocument(), 2);
   EXPECT_EQ(window.PositionNumber[3]->Value(), "3");
   // Enter in the box turns the page; no cell of the documents takes the focus.
   EnterPosition(window, DocumentsTab, "35");
   EXPECT_EQ(window.VScroll[3]->Value(), 1);
-  EXPECT_EQ(App().CurrentDocument, 30);
+  EXPECT_EQ(App().CurrentDocument(), 30);
 }
 
 TEST_F(ThumbnailsFocusTest, APressOnABoxClosesOnlyItsOwnViewer) {

@@ -141,11 +141,11 @@ TEST_F(ThumbnailsTest, PagesTurnAndTheFrameFollowsTheKeys) {
   EXPECT_TRUE(pictures.Highlighted);
   EXPECT_EQ(window.PositionNumber[0]->Value(), "1");
   window.ThumbImage_KeyDown(0, keys::Right, 0);
-  EXPECT_EQ(App().CurrentPicture, 1);
+  EXPECT_EQ(App().CurrentPicture(), 1);
   const QRect cell1 = window.ThumbImage[1]->geometry();
   EXPECT_EQ(FrameRect(window).topLeft(), cell1.topLeft() - QPoint(2, 2));
   window.ThumbImage_KeyDown(1, keys::Down, 0);
-  EXPECT_EQ(App().CurrentPicture, 6);
+  EXPECT_EQ(App().CurrentPicture(), 6);
 
   // Page Down turns to the second page and puts the frame on its first cell.
   window.ThumbImage_KeyDown(6, keys::Next, 0);
@@ -153,7 +153,7 @@ TEST_F(ThumbnailsTest, PagesTurnAndTheFrameFollowsTheKeys) {
   EXPECT_EQ(window.VScroll[0]->Value(), 1);
   EXPECT_EQ(pictures.PageStart, 15);
   EXPECT_EQ(pictures.PageLast, 19);
-  EXPECT_EQ(App().CurrentPicture, 15);
+  EXPECT_EQ(App().CurrentPicture(), 15);
   EXPECT_EQ(window.CountLabel[0]->text(), "16 to 20 of 20 picture files");
   EXPECT_EQ(VisibleCells(window, PicturesTab), 5);
 
@@ -161,7 +161,7 @@ TEST_F(ThumbnailsTest, PagesTurnAndTheFrameFollowsTheKeys) {
   ASSERT_TRUE(window.FocusCell(PicturesTab, 4));
   window.ThumbImage_KeyDown(4, keys::Right, 0);
   EXPECT_EQ(window.VScroll[0]->Value(), 1);
-  EXPECT_EQ(App().CurrentPicture, 15);
+  EXPECT_EQ(App().CurrentPicture(), 15);
 
   // End and Home through the window's own keys.
   window.Form_KeyDown(keys::Home, 0);
@@ -181,7 +181,7 @@ TEST_F(ThumbnailsTest, EnterOpensOnlyWhereTheFrameStandsAndClicksOpenAfterTheDel
   EXPECT_TRUE(window.Tab(DocumentsTab).Highlighted);
 
   window.DocumentIcon_KeyDown(0, keys::Down, 0);
-  EXPECT_EQ(App().CurrentDocument, 1);
+  EXPECT_EQ(App().CurrentDocument(), 1);
   window.Form_KeyDown(keys::Return, 0);
   ASSERT_EQ(opened.count(), 1);
   EXPECT_EQ(opened[0], QVariantList({DocumentsTab, 1}));
@@ -194,11 +194,11 @@ TEST_F(ThumbnailsTest, EnterOpensOnlyWhereTheFrameStandsAndClicksOpenAfterTheDel
 
   // Up on the first cell of the only page goes to the last named cell.
   window.DocumentIcon_KeyDown(0, keys::Up, 0);
-  EXPECT_EQ(App().CurrentDocument, 2);
+  EXPECT_EQ(App().CurrentDocument(), 2);
 
   // A click opens after the short delay, once.
   QTest::mouseClick(window.Name(DocumentsTab, 0), Qt::LeftButton);
-  EXPECT_EQ(App().CurrentDocument, 0);
+  EXPECT_EQ(App().CurrentDocument(), 0);
   EXPECT_EQ(opened.count(), 1);
   EXPECT_TRUE(QTest::qWaitFor([&opened] { return opened.count() == 2; }));
   ASSERT_EQ(opened.count(), 2);
@@ -215,8 +215,8 @@ TEST_F(ThumbnailsTest, DeletedEntriesComeBackAsDeletedCellsAfterTurningPages) {
   Thumbnails window;
   Open(window, folder);
 
-  App().PictureFiles[16] = "";
-  App().VideoFiles[31] = "";
+  App().PictureFiles()[16] = "";
+  App().VideoFiles()[31] = "";
   window.VScroll[0]->SetValue(1);
   WaitForPage(window);
   window.VScroll[0]->SetValue(0);
@@ -232,7 +232,7 @@ TEST_F(ThumbnailsTest, DeletedEntriesComeBackAsDeletedCellsAfterTurningPages) {
   window.ThumbImage_KeyDown(0, keys::Left, 0);
   WaitForPage(window);
   EXPECT_EQ(window.VScroll[0]->Value(), 0);
-  EXPECT_EQ(App().CurrentPicture, 14);
+  EXPECT_EQ(App().CurrentPicture(), 14);
 
   window.SetCurrentTab(VideosTab);
   window.VScroll[1]->SetValue(1);
@@ -433,4 +433,26 @@ TEST_F(ThumbnailsTest, TheTabStripIsOutOfReachWhileAFolderIsListed) {
   EXPECT_TRUE(hiddenWhileListing);
   EXPECT_FALSE(window.ThumbnailTabs->isHidden());
   EXPECT_EQ(window.CurrentTab(), AudiosTab);
+}
+
+TEST_F(ThumbnailsTest, ControlsStackInTheOrderTheKeysWalkThem) {
+  Thumbnails window;
+  window.resize(600, 400);
+  window.ChangeFormSize();
+  QStringList names;
+  for (const QObject* child : window.children())
+    if (child->isWidgetType() && names.size() < 34) names << child->objectName();
+  // Bottom to top, which is also the focus order: the tab control, each
+  // tab's scroll bar with its count and position, the size group, the frame,
+  // the loading message, then the first cell of each tab and the other cells.
+  EXPECT_EQ(names,
+            QStringList({"ThumbnailTabs",  "VScroll1",       "CountLabel1",  "PositionLabel1",
+                         "PositionNumber1", "VScroll2",      "CountLabel2",  "PositionLabel2",
+                         "PositionNumber2", "VScroll3",      "CountLabel3",  "PositionLabel3",
+                         "PositionNumber3", "VScroll4",      "CountLabel4",  "PositionLabel4",
+                         "PositionNumber4", "Separator",     "SizeLabel",    "ThumbnailSize",
+                         "InchLabel",      "Highlight0",     "Highlight1",   "Highlight2",
+                         "Highlight3",     "LoadingMessage", "ThumbImage0",  "VideoIcon0",
+                         "VideoName0",     "AudioIcon0",     "AudioName0",   "DocumentIcon0",
+                         "DocumentName0",  "ThumbImage1"}));
 }

@@ -7,12 +7,11 @@
 #include <QTest>
 #include <QTimer>
 #include <functional>
+#include <memory>
 
 #include "controls/MessageBox.h"
-#include "controls/MessageBoxAppearance.h"
 #include "controls/MsgBoxEnhanced.h"
 #include "platform/Twips.h"
-#include "core/AppState.h"
 #include "support/MessageBoxAnswer.h"
 
 using testenv::WhenMessageBoxShown;
@@ -35,10 +34,10 @@ struct Seen {
 class MsgBoxDialog : public testing::Test {
  protected:
   void SetUp() override {
-    box = CreateMsgBox();
+    box = std::make_unique<MsgBoxEnhanced>();
     box->SetSoundBeep(false);
   }
-  void TearDown() override { ReleaseMsgBox(); }
+  void TearDown() override { box.reset(); }
 
   // Asks, notes what the box shows, then answers with the given key.
   Seen Ask(const QString& prompt, qint16 buttons, const QString& title = {},
@@ -62,7 +61,7 @@ class MsgBoxDialog : public testing::Test {
     return seen;
   }
 
-  MsgBoxEnhanced* box = nullptr;
+  std::unique_ptr<MsgBoxEnhanced> box;
 };
 
 }  // namespace
@@ -192,16 +191,11 @@ TEST_F(MsgBoxDialog, ModelessShowReturnsAtOnceAndABoxIsNotReentered) {
   EXPECT_EQ(inner, 0);
 }
 
-TEST_F(MsgBoxDialog, ProgramAppearanceIsAWhiteGradientBodyWithARuledHeading) {
-  SetMessageBoxAppearance();
-  EXPECT_EQ(box->BackColorBody(), 0xFFFFFFu);
-  EXPECT_TRUE(box->GradientPaint());
-  EXPECT_EQ(box->HeadingType(), 1);
-  EXPECT_EQ(box->TextAlignment(), 2);
-  EXPECT_TRUE(box->Moveable());
-  EXPECT_EQ(box->DefaultTitle(), "Vistrel");
-  EXPECT_EQ(box->StartUpPosition(), 1);
-  EXPECT_EQ(box->BackColorHeading(), 0x80000002u);  // the rest stays at the defaults
+TEST_F(MsgBoxDialog, AWhiteGradientBodyWithARuledHeadingIsDrawnAndDragged) {
+  box->SetBackColorBody(0xFFFFFF);
+  box->SetGradientPaint(true);
+  box->SetHeadingType(1);
+  box->SetMoveable(true);
 
   QImage body;
   bool rulesShown = false, headingActive = false;

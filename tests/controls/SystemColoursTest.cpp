@@ -66,17 +66,15 @@ TEST(SystemColours, ActiveCaptionIsOneColourInTheMessageBoxALabelAndAButton) {
   heading.SetBackColor(0x80000002);
   EXPECT_EQ(PixelOf(&heading, QPoint(58, 4)), expected);
 
-  MsgBoxEnhanced* box = CreateMsgBox();
-  box->SetSoundBeep(false);
-  box->SetGradientPaint(false);
-  box->SetBackColorBody(0x80000002);
+  MsgBoxEnhanced box;
+  box.SetSoundBeep(false);
+  box.SetBackColorBody(0x80000002);
   QColor body;
   testenv::WhenMessageBoxShown([&](MessageBox& form) {
     body = PixelOf(form.Background, QPoint(3, 3));
     form.Unload();
   });
-  box->MsgBox("Ready.", 0, "Colours");
-  ReleaseMsgBox();
+  box.MsgBox("Ready.", 0, "Colours");
   EXPECT_EQ(body, expected);
 }
 

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
+#include <QImage>
 #include <QTest>
 #include <QWheelEvent>
 #include <QWindow>
@@ -79,6 +80,23 @@ TEST(ThumbnailScroll, SizeIsForcedAndSettersClampAsDocumented) {
   b.bar->SetValue(-3);
   EXPECT_EQ(b.changes, (std::vector<int>{9, 0}));
   EXPECT_EQ(b.bar->ThumbColor(), QColor(150, 150, 150));
+
+  // The surface and the resting thumb in one grey, the arrows in a lighter
+  // one, until the window that uses the bar gives colours; -1 puts the
+  // greys back.
+  QImage look = b.bar->grab().toImage();
+  EXPECT_EQ(look.pixelColor(10, 100), QColor(150, 150, 150));
+  EXPECT_EQ(look.pixelColor(3, 7), QColor(192, 192, 192));
+  b.bar->SetBackColor(0x00336699);
+  b.bar->SetArrowColor(0x00E0C0A0);
+  look = b.bar->grab().toImage();
+  EXPECT_EQ(look.pixelColor(10, 100), QColor(0x99, 0x66, 0x33));
+  EXPECT_EQ(b.bar->ThumbColor(), QColor(0x99, 0x66, 0x33));
+  EXPECT_EQ(look.pixelColor(3, 7), QColor(0xA0, 0xC0, 0xE0));
+  b.bar->SetBackColor(0xFFFFFFFF);
+  b.bar->SetArrowColor(0xFFFFFFFF);
+  EXPECT_EQ(b.bar->BackColor(), 0x00969696u);
+  EXPECT_EQ(b.bar->ArrowColor(), 0x00C0C0C0u);
 
   // Max leaves Value and the thumb's place alone; only the height follows.
   b.bar->SetValue(9);

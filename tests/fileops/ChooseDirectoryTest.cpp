@@ -15,7 +15,6 @@
 #include <functional>
 
 #include "controls/MessageBox.h"
-#include "controls/MsgBoxEnhanced.h"
 #include "fileops/ChooseDirectory.h"
 #include "fileops/DirectoryPlacement.h"
 #include "fileops/FolderTreeView.h"
@@ -24,6 +23,7 @@
 #include "core/AppState.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
+#include "shell/SharedMessageBox.h"
 #include "support/MessageBoxAnswer.h"
 #include "support/TestEnv.h"
 
@@ -68,12 +68,12 @@ QRect OuterTwips(const QWidget* window) {
 
 class ChooseDirectoryTest : public testing::Test {
  protected:
-  void SetUp() override { CreateMsgBox()->SetSoundBeep(false); }
+  void SetUp() override { CreateSharedMsgBox()->SetSoundBeep(false); }
   void TearDown() override {
     Windows().Unload(WindowId::ChooseDirectory);
     Windows().Unload(WindowId::MainForm);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    ReleaseMsgBox();
+    ReleaseSharedMsgBox();
   }
 
   // Opens the chooser on the folder and waits until the tree shows it.

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <signal.h>
 
 #include <QDir>
+#include <QFile>
 #include <QLabel>
 #include <QPointer>
 #include <QTest>
@@ -12,7 +14,6 @@
 #include "controls/BalloonHelp.h"
 #include "controls/Button.h"
 #include "controls/MessageBox.h"
-#include "controls/MsgBoxEnhanced.h"
 #include "controls/NewSlider.h"
 #include "controls/ThumbnailScroll.h"
 #include "fileops/ChooseDirectory.h"
@@ -22,6 +23,7 @@
 #include "platform/SoundFont.h"
 #include "core/AppState.h"
 #include "shell/CommandBar.h"
+#include "shell/SharedMessageBox.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
 #include "support/MessageBoxAnswer.h"
@@ -51,6 +53,16 @@ void AnswerNextBox(Told* told) {
 
 bool SameImage(const QPixmap& a, const QPixmap& b) { return a.toImage() == b.toImage(); }
 
+// The process of a test's sound server, from the pid file it keeps in its
+// runtime folder beside its socket; 0 when there is none.
+qint64 DaemonPid(const PulseServer& server) {
+  QString folder = server.Address().mid(int(qstrlen("unix:")));
+  folder.chop(int(qstrlen("/native")));
+  QFile pidFile(folder + "/run/pulse/pid");
+  if (!pidFile.open(QIODevice::ReadOnly)) return 0;
+  return pidFile.readAll().trimmed().toLongLong();
+}
+
 // A CUE sheet over a BIN image, standing for a drive with that disc.
 QString MakeDisc(const QString& name, int sectorSize, const QString& tracks) {
   const QString stem = testenv::Root() + "/images/" + name;
@@ -69,13 +81,13 @@ class CommandBarTest : public testing::Test {
       return true;
     });
     platform::SetGeneralMidiSoundFont(testenv::Root() + "/no-such.sf2");
-    CreateMsgBox()->SetSoundBeep(false);
+    CreateSharedMsgBox()->SetSoundBeep(false);
   }
   void TearDown() override {
     platform::SetProgramStarter({});
     platform::SetGeneralMidiSoundFont(QString());
     platform::ClearCdDeviceOverride();
-    ReleaseMsgBox();
+    ReleaseSharedMsgBox();
   }
   QString Lorvane(const QString& word) const { return App().ProgramFolder + "/Lorvane " + word; }
 
@@ -94,11 +106,11 @@ TEST_F(CommandBarTest, VolumeAndMuteFollowTheSoundServerBothWays) {
   EXPECT_EQ(bar.Volume->text(), "30% ");
   EXPECT_TRUE(bar.Timer1.isActive());
 
-  // A change made outside shows at the next tick.
+  // A change made outside shows once the next tick has read it.
   ASSERT_TRUE(server.SetVolumePercent(55));
   ASSERT_TRUE(server.SetMuted(true));
   bar.Timer1_Timer();
-  EXPECT_EQ(bar.Slider1->Value(), 55);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar.Slider1->Value() == 55; }));
   EXPECT_EQ(bar.Volume->text(), "55% ");
   EXPECT_TRUE(SameImage(bar.muteButton->Picture(), bar.Picture2->pixmap()));
 
@@ -145,13 +157,37 @@ TEST_F(CommandBarTest, TheTimerLeavesTheSliderAloneWhileItIsDragged) {
 
   ASSERT_TRUE(server.SetVolumePercent(70));
   bar.Timer1_Timer();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar.Volume->text() == "70% "; }));
   EXPECT_EQ(bar.Slider1->Value(), 30);
-  EXPECT_EQ(bar.Volume->text(), "70% ");
 
   QTest::mouseRelease(bar.Slider1, Qt::LeftButton, {}, thumb);
   bar.Timer1_Timer();
-  EXPECT_EQ(bar.Slider1->Value(), 70);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar.Slider1->Value() == 70; }));
   EXPECT_EQ(server.VolumePercent(), 70);
+}
+
+TEST_F(CommandBarTest, AHungSoundServerLeavesTheBarAnswering) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  ASSERT_TRUE(server.SetVolumePercent(30));
+  CommandBar bar;
+  bar.Timer1.stop();
+  ASSERT_EQ(bar.Volume->text(), "30% ");
+
+  // The daemon stops answering; the look the timer asks for waits on
+  // another thread, and the bar's events go on meanwhile.
+  const qint64 daemon = DaemonPid(server);
+  ASSERT_GT(daemon, 0);
+  ASSERT_EQ(kill(pid_t(daemon), SIGSTOP), 0);
+  bar.Timer1_Timer();
+  QString shownMeanwhile;
+  QTimer::singleShot(0, &bar, [&] { shownMeanwhile = bar.Volume->text(); });
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !shownMeanwhile.isEmpty(); }));
+  EXPECT_EQ(shownMeanwhile, "30% ");
+  // The look gives up after its time-out and shows what a failed read gives.
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar.Volume->text() == "0% "; }));
+  EXPECT_EQ(bar.Slider1->Value(), 0);
+  ASSERT_EQ(kill(pid_t(daemon), SIGCONT), 0);
 }
 
 TEST_F(CommandBarTest, SiblingButtonsStartTheSiblingsWithTheirCommandWords) {
@@ -202,8 +238,8 @@ TEST_F(CommandBarTest, WithoutASoundServerTheBarShowsNothingAndTheAudioButtonsOn
   bar.ChangeVolume(40);
   bar.muteButton_Click();
   bar.Timer1_Timer();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return bar.Volume->text() == "0% "; }));
   EXPECT_EQ(bar.Slider1->Value(), 0);
-  EXPECT_EQ(bar.Volume->text(), "0% ");
 
   const std::function<void()> clicks[] = {
       [&] { bar.audioButton_Click(); }, [&] { bar.sleepButton_Click(); },
@@ -246,18 +282,47 @@ TEST_F(CommandBarTest, TheDvdPlayerStartsOnlyWhenTheDesktopHasADvdHandler) {
   qputenv("XDG_CONFIG_DIRS", savedConfigDirs);
 }
 
-TEST_F(CommandBarTest, ClickIfEnabledRunsOnlyEnabledButtons) {
+TEST_F(CommandBarTest, ClickIfEnabledRunsOnlyEnabledButtonsAndClickRunsThemAnyway) {
   AbsentPulseServer absent;
   CommandBar bar;
   bar.videoButton->SetEnabled(false);
   EXPECT_FALSE(bar.ClickIfEnabled(BarButton::videoButton));
   EXPECT_TRUE(started.isEmpty());
+  bar.Click(BarButton::videoButton);
   bar.videoButton->SetEnabled(true);
+  EXPECT_TRUE(bar.ClickIfEnabled(BarButton::paintButton));
   EXPECT_TRUE(bar.ClickIfEnabled(BarButton::videoButton));
-  EXPECT_EQ(started, QStringList({Lorvane("//video")}));
-  // Buttons whose windows are still to come stay disabled.
+  EXPECT_EQ(started, QStringList({Lorvane("//video"), App().ProgramFolder + "/Tintara",
+                                  Lorvane("//video")}));
+  // Buttons whose windows are still to come stay disabled; the internet
+  // button is hidden, also once the browser has shown the controls.
   EXPECT_FALSE(bar.ClickIfEnabled(BarButton::searchButton));
+  EXPECT_FALSE(bar.ClickIfEnabled(BarButton::HelpButton));
+  EXPECT_FALSE(bar.ClickIfEnabled(BarButton::internetButton));
+  bar.ShowControls();
   EXPECT_FALSE(bar.internetButton->isVisibleTo(&bar));
+  EXPECT_FALSE(bar.Picture1->isVisibleTo(&bar));
+  EXPECT_TRUE(bar.muteButton->isVisibleTo(&bar));
+}
+
+TEST_F(CommandBarTest, ControlsStandInTheirRowsAndGroups) {
+  AbsentPulseServer absent;
+  CommandBar bar;  // 9600 twips wide: 640 pixels
+  const auto at = [&bar](QWidget* control) { return control->mapTo(&bar, QPoint(0, 0)); };
+  // Top row: the folder buttons after the name, the volume at the right.
+  EXPECT_EQ(at(bar.DirectoryButton), QPoint(399, 6));
+  EXPECT_EQ(at(bar.refreshButton), QPoint(424, 6));
+  EXPECT_EQ(at(bar.muteButton), QPoint(463, 6));
+  EXPECT_EQ(at(bar.Slider1), QPoint(490, 6));
+  EXPECT_EQ(at(bar.Volume), QPoint(594, 6));
+  EXPECT_EQ(bar.muteButton->size(), QSize(23, 23));
+  // Bottom row: the first button of each group, and the last button.
+  const QList<QPoint> firsts{at(bar.cdButton),    at(bar.audioButton), at(bar.albumButton),
+                             at(bar.sleepButton), at(bar.paintButton), at(bar.optionsButton),
+                             at(bar.aboutButton), at(bar.HelpButton)};
+  EXPECT_EQ(firsts, (QList<QPoint>{{6, 36}, {143, 36}, {214, 36}, {318, 36}, {389, 36}, {460, 36},
+                                   {564, 36}, {597, 36}}));
+  EXPECT_EQ(bar.cdButton->size(), QSize(32, 32));
 }
 
 TEST_F(CommandBarTest, KeysOfTheBarReachTabsPagesTheMainWindowAndHome) {

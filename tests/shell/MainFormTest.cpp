@@ -258,7 +258,7 @@ TEST(MainForm, AResizeRefitsTheBrowserKeepingTheTabAndEachItemsPage) {
   browser->SetCurrentTab(VideosTab);
   browser->ShowItemPage(VideosTab, 1);
   browser->ShowItemPage(AudiosTab, 250);
-  ASSERT_EQ(App().CurrentAudio, 250);
+  ASSERT_EQ(App().CurrentAudio(), 250);
   App().RefitDone = false;
 
   // A larger window: after the burst the timer fits everything again.

@@ -2,14 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QDeadlineTimer>
 #include <QPointer>
 #include <QTimer>
 #include <list>
 
 #include "controls/MessageBox.h"
-#include "controls/MsgBoxEnhanced.h"
-#include "core/AppState.h"
 
 namespace testenv {
 
@@ -30,6 +29,15 @@ std::list<Watch>& Watches() {
   return watches;
 }
 
+// The message box form on the screen, whichever object asks through it:
+// the program's shared box or one a test made for itself. One box shows at
+// a time; a form already hidden is on its way out and does not count.
+MessageBox* ShownForm() {
+  for (QWidget* window : QApplication::topLevelWidgets())
+    if (auto* form = qobject_cast<MessageBox*>(window); form && form->isVisible()) return form;
+  return nullptr;
+}
+
 // Unloads a box that nobody is going to answer, so that its modal wait ends.
 void Unload(MessageBox* form, const char* why) {
   ADD_FAILURE() << why;
@@ -44,8 +52,8 @@ bool Check(Watch& watch) {
     Unload(watch.answered, "the answer left the message box open");
     return true;
   }
-  MessageBox* form = App().MsgBox ? App().MsgBox->Form() : nullptr;
-  if (form && form->isVisible() && form->Activated()) {
+  MessageBox* form = ShownForm();
+  if (form && form->Activated()) {
     watch.ran = true;
     watch.answered = form;
     watch.deadline.setRemainingTime(PatienceMs);

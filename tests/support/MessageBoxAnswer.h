@@ -1,8 +1,8 @@
 #pragma once
-// Answers the shared message box from a test: the answer runs once the box
-// is up and its activation work has run. A box that does not come within
-// five seconds, or that the answer leaves open for five seconds, fails the
-// test at once, and a box left up is unloaded, so that nothing hangs.
+// Answers a message box from a test: the answer runs once the box is up and
+// its activation work has run. A box that does not come within five
+// seconds, or that the answer leaves open for five seconds, fails the test
+// at once, and a box left up is unloaded, so that nothing hangs.
 
 #include <functional>
 

@@ -10,6 +10,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
+#include "platform/Services.h"
 #include "platform/SystemMessage.h"
 #include "core/AppState.h"
 #include "support/MessageBoxAnswer.h"
@@ -42,14 +43,15 @@ class IsolationListener : public testing::EmptyTestEventListener {
     qputenv("XDG_RUNTIME_DIR", (root + "/runtime").toUtf8());
     qputenv("TMPDIR", (root + "/tmp").toUtf8());
     ResetAppState();
+    platform::ResetServices();
     App().ProgramFolder = root + "/program";
     platform::SetSystemMessageSink([](const QString&, const QString&) {});
   }
   void OnTestEnd(const testing::TestInfo&) override {
     // Still within the test: a message box it waited for in vain fails it.
     FinishMessageBoxWatches();
-    platform::SetSystemMessageSink({});
     ResetAppState();
+    platform::ResetServices();
     if (Current()) {
       // A test may have taken permissions away to make a folder unreadable.
       QDir dir(Current()->path());

@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QStringList>
 
+#include "core/AppState.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/SoundFont.h"
 #include "support/PulseServer.h"
@@ -140,6 +141,12 @@ TEST_F(MixerTest, OpensDeviceZeroWithTheMasterVolumeAndMuteOnly) {
   // Opens again after a close.
   ASSERT_TRUE(OpenMixer(0));
   EXPECT_TRUE(SetVolume(0, 30));
+  EXPECT_EQ(server.VolumePercent(), 30);
+
+  // The open mixer is program-wide state: a reset of it closes the mixer.
+  ResetAppState();
+  EXPECT_TRUE(Empty(MixerControlAt(0)));
+  EXPECT_FALSE(SetVolume(0, 50));
   EXPECT_EQ(server.VolumePercent(), 30);
 }
 

@@ -18,7 +18,6 @@
 #include "controls/Divider3D.h"
 #include "controls/Headings.h"
 #include "controls/Label3D.h"
-#include "controls/MessageBoxAppearance.h"
 #include "controls/MsgBoxEnhanced.h"
 #include "controls/NewImage.h"
 #include "controls/NewLabel2.h"
@@ -32,6 +31,7 @@
 #include "controls/TransFrame.h"
 #include "controls/TransRadio.h"
 #include "controls/hTooltip.h"
+#include "shell/SharedMessageBox.h"
 
 namespace {
 
@@ -235,8 +235,7 @@ void AddSlidersAndImages(QWidget* form, BalloonHelp& balloons) {
 
 int main(int argc, char* argv[]) {
   QApplication app(argc, argv);
-  MsgBoxEnhanced* box = CreateMsgBox();
-  SetMessageBoxAppearance();
+  MsgBoxEnhanced* box = CreateSharedMsgBox();
 
   GalleryForm form;
   form.setWindowTitle("Controls gallery");
@@ -252,6 +251,6 @@ int main(int argc, char* argv[]) {
   form.show();
 
   const int result = app.exec();
-  ReleaseMsgBox();
+  ReleaseSharedMsgBox();
   return result;
 }

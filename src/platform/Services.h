@@ -1,0 +1,28 @@
+#pragma once
+// What stands in for the desktop where the program meets it: the finder of
+// the siblings' windows, the starter of programs, the sink of system
+// messages, the probe of the speech engine, the CD devices and the General
+// MIDI sound font. Empty means the real desktop. One object for the whole
+// program; tests set what they need and reset it between cases.
+
+#include <QString>
+#include <QStringList>
+#include <functional>
+#include <optional>
+
+namespace platform {
+
+struct Services {
+  std::function<quint64(const QString& caption)> WindowFinder;
+  std::function<bool(const QString& path, const QStringList& arguments)> ProgramStarter;
+  std::function<void(const QString& text, const QString& title)> MessageSink;
+  std::function<bool()> SpeechProbe;
+  std::optional<QStringList> CdDevices;
+  QString SoundFont;
+};
+
+Services& TheServices();
+// Back to the real desktop.
+void ResetServices();
+
+}  // namespace platform

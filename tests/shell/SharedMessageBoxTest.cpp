@@ -1,0 +1,34 @@
+#include <gtest/gtest.h>
+
+#include "core/AppState.h"
+#include "shell/SharedMessageBox.h"
+
+TEST(SharedMessageBox, MadeOnceInTheProgramsLookAndReleasedAtTheClose) {
+  ASSERT_EQ(App().MsgBox, nullptr);
+  MsgBoxEnhanced* box = CreateSharedMsgBox();
+  ASSERT_NE(box, nullptr);
+  EXPECT_EQ(App().MsgBox, box);
+
+  EXPECT_EQ(box->BackColorBody(), 0xFFFFFFu);
+  EXPECT_TRUE(box->GradientPaint());
+  EXPECT_EQ(box->HeadingType(), 1);
+  EXPECT_TRUE(box->Moveable());
+  EXPECT_EQ(box->TextAlignment(), 2);
+  EXPECT_EQ(box->DefaultTitle(), "Vistrel");
+  EXPECT_EQ(box->StartUpPosition(), 1);
+  // The rest stays at the defaults.
+  EXPECT_EQ(box->BackColorHeading(), 0x80000002u);
+  EXPECT_EQ(box->BackColorButtons(), 0x8000000Fu);
+  EXPECT_EQ(box->GradientDirection(), 1);
+  EXPECT_TRUE(box->KeepOnTop());
+  EXPECT_TRUE(box->SoundBeep());
+
+  // Asked again, it gives the same box as it stands: a property the box
+  // changed for itself, such as falling back to the screen's centre, stays.
+  box->SetStartUpPosition(2);
+  EXPECT_EQ(CreateSharedMsgBox(), box);
+  EXPECT_EQ(box->StartUpPosition(), 2);
+
+  ReleaseSharedMsgBox();
+  EXPECT_EQ(App().MsgBox, nullptr);
+}
