@@ -9,13 +9,16 @@
 #include <QDir>
 #include <QImage>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPainter>
+#include <QTest>
 
 #include "browser/CdTitles.h"
 #include "browser/ThumbnailLoader.h"
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/NewTabControl.h"
+#include "controls/NumberBox.h"
 #include "core/Settings.h"
 #include "support/TestEnv.h"
 
@@ -41,13 +44,31 @@ inline void MakePicture(const QString& path, int width, int height,
   ASSERT_TRUE(image.save(path)) << path.toStdString();
 }
 
-// count pictures p00.png, p01.png, ... of 40 x 30 in a new folder.
-inline QString MakePictureFolder(const QString& name, int count) {
+// count pictures p00.png, p01.png, ... (40 x 30 unless told) in a new folder.
+inline QString MakePictureFolder(const QString& name, int count, int width = 40, int height = 30,
+                                 const QString& extension = "png") {
   const QString folder = testenv::Root() + "/" + name;
   QDir().mkpath(folder);
   for (int i = 0; i < count; ++i)
-    MakePicture(QString("%1/p%2.png").arg(folder).arg(i, 2, 10, QChar('0')), 40, 30);
+    MakePicture(QString("%1/p%2.%3").arg(folder).arg(i, 2, 10, QChar('0')).arg(extension), width, height);
   return folder;
+}
+
+// count names from a pattern with a two-digit number: "v%1.avi" gives
+// v00.avi, v01.avi, ...
+inline QStringList Numbered(const QString& pattern, int count, int first = 0) {
+  QStringList names;
+  for (int i = first; i < first + count; ++i) names << pattern.arg(i, 2, 10, QChar('0'));
+  return names;
+}
+
+// Types a value into a number box of the bottom strip and presses Enter.
+inline void EnterNumber(NumberBox* box, const QString& value) {
+  QLineEdit* text = box->txtNumber();
+  text->setFocus();
+  QCoreApplication::processEvents();
+  text->setText(value);
+  QTest::keyClick(text, Qt::Key_Return);
 }
 
 inline QStringList Captions(const Thumbnails& window) {

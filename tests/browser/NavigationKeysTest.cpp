@@ -94,15 +94,6 @@ TEST(FormKeyUp, CtrlNPAndTWithTheirConditions) {
   EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, VideosTab, 1, "mp3"), KeyUpAction::Nothing);
 }
 
-TEST(Enter, TheFocusedBoxComesFirstThenTheSkipThenTheFrame) {
-  EXPECT_EQ(EnterActionFor(true, true, true, true), EnterAction::ApplyThumbnailSize);
-  EXPECT_EQ(EnterActionFor(false, true, true, true), EnterAction::JumpToPosition);
-  EXPECT_EQ(EnterActionFor(false, false, true, true), EnterAction::SkipThisEnter);
-  EXPECT_EQ(EnterActionFor(false, false, false, true), EnterAction::OpenCurrent);
-  // A tab with no items has no frame on it: Enter does nothing.
-  EXPECT_EQ(EnterActionFor(false, false, false, false), EnterAction::Nothing);
-}
-
 TEST(Enter, ThumbnailSizeIsClampedToTheBoxAndItsLimits) {
   const int tall = 10000;
   EXPECT_EQ(ThumbnailSizeAfterEnter(1.25, tall), 1800);

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <tuple>
 
 #include "controls/Button.h"
 #include "controls/Headings.h"
@@ -11,7 +12,6 @@
 #include "controls/NewSlider.h"
 #include "controls/SystemColours.h"
 #include "controls/TransCheck.h"
-#include "controls/hTooltip.h"
 #include "support/MessageBoxAnswer.h"
 
 namespace {
@@ -50,21 +50,18 @@ TEST(SystemColours, NumbersHoldRedInTheLowByteThenGreenThenBlue) {
 TEST(SystemColours, ActiveCaptionIsOneColourInTheMessageBoxALabelAndAButton) {
   const QColor expected = ColorFromOle(0x80000002);
   ASSERT_TRUE(expected.isValid());
-
   NewLabel label;
-  label.resize(40, 20);
-  label.SetBackColor(0x80000002);
-  EXPECT_EQ(PixelOf(&label, QPoint(30, 10)), expected);
-
   Button button;
-  button.resize(40, 30);
-  button.SetBackColor(0x80000002);
-  EXPECT_EQ(PixelOf(&button, QPoint(20, 15)), expected);
-
   Headings heading;
-  heading.resize(60, 24);
+  label.SetBackColor(0x80000002);
+  button.SetBackColor(0x80000002);
   heading.SetBackColor(0x80000002);
-  EXPECT_EQ(PixelOf(&heading, QPoint(58, 4)), expected);
+  const std::tuple<QWidget*, QSize, QPoint> painted[] = {
+      {&label, {40, 20}, {30, 10}}, {&button, {40, 30}, {20, 15}}, {&heading, {60, 24}, {58, 4}}};
+  for (const auto& [widget, size, at] : painted) {
+    widget->resize(size);
+    EXPECT_EQ(PixelOf(widget, at), expected) << widget->metaObject()->className();
+  }
 
   MsgBoxEnhanced box;
   box.SetSoundBeep(false);
@@ -79,26 +76,17 @@ TEST(SystemColours, ActiveCaptionIsOneColourInTheMessageBoxALabelAndAButton) {
 }
 
 TEST(SystemColours, MinusOnePutsBackEachColourSettersDefault) {
+  EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, BackColorBody), 0x8000000Fu);
   EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, ForeColorBody), 0x80000012u);
   EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, BackColorButtons), 0x8000000Fu);
+  EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, BackColorHeading), 0x80000002u);
   EXPECT_EQ(AFTER_MINUS_ONE(MsgBoxEnhanced, ForeColorHeading), 0x8000000Eu);
   EXPECT_EQ(AFTER_MINUS_ONE(NewLabel, BackColor), 0x8000000Fu);
+  EXPECT_EQ(AFTER_MINUS_ONE(Button, BackColor), 0x8000000Fu);
   EXPECT_EQ(AFTER_MINUS_ONE(Label3D, Color1), 0x000000FFu);
   EXPECT_EQ(AFTER_MINUS_ONE(Label3D, Color2), 0x00000000u);
   EXPECT_EQ(AFTER_MINUS_ONE(Headings, ForeColor), 0x80000012u);
   EXPECT_EQ(AFTER_MINUS_ONE(NewSlider, BackColor), 0x8000000Fu);
   EXPECT_EQ(AFTER_MINUS_ONE(TransCheck, ForeColor), 0x80000012u);
   EXPECT_EQ(AFTER_MINUS_ONE(TransCheck, BackColor), 0x8000000Fu);
-
-  // The tooltip takes -1 as a signed or an unsigned number.
-  QWidget form;
-  hTooltip fresh, tips;
-  fresh.Create(&form);
-  tips.Create(&form);
-  for (const qint64 none : {qint64(-1), qint64(0xFFFFFFFF)}) {
-    tips.SetBackColor(0x00FFCC00);
-    EXPECT_EQ(tips.BackColor(), 0x00FFCC00u);
-    tips.SetBackColor(none);
-    EXPECT_EQ(tips.BackColor(), fresh.BackColor()) << none;
-  }
 }

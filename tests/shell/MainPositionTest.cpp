@@ -5,49 +5,41 @@
 
 namespace {
 const QRect WorkArea(0, 0, 19200, 14400);  // 1280 x 960 pixels
+const QStringList PlaceKeys = {"MainLeft", "MainTop", "MainWidth", "MainHeight"};
+
+void SavePlace(const QStringList& values) {
+  for (int i = 0; i < PlaceKeys.size(); ++i) settings::SaveSetting(PlaceKeys[i], values[i]);
 }
+// MainMaximized, then the place.
+QStringList SavedPlace() {
+  QStringList values = {settings::GetSetting("MainMaximized")};
+  for (const QString& key : PlaceKeys) values << settings::GetSetting(key);
+  return values;
+}
+}  // namespace
 
 TEST(MainPosition, DefaultsCentreTheSmallestWindowAndSavedValuesAreRaisedToTheLimits) {
   EXPECT_EQ(RestoredMainRect(WorkArea), QRect(4800, 3810, 9600, 6780));
-  settings::SaveSetting("MainLeft", "-300");
-  settings::SaveSetting("MainTop", "450");
-  settings::SaveSetting("MainWidth", "9000");
-  settings::SaveSetting("MainHeight", "8000");
+  SavePlace({"-300", "450", "9000", "8000"});
   EXPECT_EQ(RestoredMainRect(WorkArea), QRect(0, 450, 9600, 8000));
-
-  settings::SaveSetting("MainTop", "-1");
-  settings::SaveSetting("MainHeight", "100");
-  settings::SaveSetting("MainWidth", "12000");
+  SavePlace({"-300", "-1", "12000", "100"});
   EXPECT_EQ(RestoredMainRect(WorkArea), QRect(0, 0, 12000, 6780));
 }
 
 TEST(MainPosition, AMaximisedWindowKeepsItsNormalPlaceAndANormalOneSavesItsOwn) {
-  settings::SaveSetting("MainLeft", "150");
-  settings::SaveSetting("MainTop", "300");
-  settings::SaveSetting("MainWidth", "10000");
-  settings::SaveSetting("MainHeight", "7000");
+  SavePlace({"150", "300", "10000", "7000"});
   SaveMainPosition(MainWindowState::Maximised, MainWindowState::Maximised,
                    QRect(0, 0, 19200, 14400), 19200, 14400, WorkArea);
-  EXPECT_EQ(settings::GetSetting("MainMaximized"), "Yes");
-  EXPECT_EQ(settings::GetSetting("MainLeft"), "150");
-  EXPECT_EQ(settings::GetSetting("MainTop"), "300");
-  EXPECT_EQ(settings::GetSetting("MainWidth"), "10000");
-  EXPECT_EQ(settings::GetSetting("MainHeight"), "7000");
+  EXPECT_EQ(SavedPlace(), QStringList({"Yes", "150", "300", "10000", "7000"}));
 
   // A normal window saves its place and at most the work area.
   SaveMainPosition(MainWindowState::Normal, MainWindowState::Normal,
                    QRect(-120, 600, 25000, 8000), 25000, 8000, WorkArea);
-  EXPECT_EQ(settings::GetSetting("MainMaximized"), "No");
-  EXPECT_EQ(settings::GetSetting("MainLeft"), "0");
-  EXPECT_EQ(settings::GetSetting("MainTop"), "600");
-  EXPECT_EQ(settings::GetSetting("MainWidth"), "19200");
-  EXPECT_EQ(settings::GetSetting("MainHeight"), "8000");
+  EXPECT_EQ(SavedPlace(), QStringList({"No", "0", "600", "19200", "8000"}));
 
   // Closed while minimised: the place is not taken from the icon.
   settings::SaveSetting("MainLeft", "900");
   SaveMainPosition(MainWindowState::Normal, MainWindowState::Minimised,
                    QRect(-32000, -32000, 2400, 400), 9900, 7200, WorkArea);
-  EXPECT_EQ(settings::GetSetting("MainLeft"), "900");
-  EXPECT_EQ(settings::GetSetting("MainWidth"), "9900");
-  EXPECT_EQ(settings::GetSetting("MainHeight"), "7200");
+  EXPECT_EQ(SavedPlace(), QStringList({"No", "900", "600", "9900", "7200"}));
 }

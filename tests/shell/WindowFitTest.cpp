@@ -11,99 +11,85 @@ MainFitStep Step(std::optional<int> width, std::optional<int> height, std::optio
 
 }  // namespace
 
-TEST(WindowFit, AWindowWiderThanAShrunkenWorkAreaShrinksOneTickAtATimeThenRefits) {
-  const QRect workArea(0, 0, 12000, 9000);
-  // Tick 1: only the width changes; the resize it raises brings tick 2.
-  EXPECT_EQ(MainFitAfterResize(QRect(1500, 900, 15000, 8000), workArea, 15000, 8000),
-            Step(12000, {}, {}, {}, false));
-  // Tick 2: the window now hangs out on the right and moves in; its size is
-  // not the one last fitted to, so every window is fitted again.
-  EXPECT_EQ(MainFitAfterResize(QRect(1500, 900, 12000, 8000), workArea, 15000, 8000),
-            Step({}, {}, 0, {}, true));
-  // Tick 3, after the refit stored the size: nothing left to do.
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 900, 12000, 8000), workArea, 12000, 8000), MainFitStep{});
-
-  // Height works the same way, after the width is right.
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 600, 12000, 12000), workArea, 12000, 12000),
-            Step({}, 9000, {}, {}, false));
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 600, 12000, 9000), workArea, 12000, 12000),
-            Step({}, {}, {}, 0, true));
-}
-
-TEST(WindowFit, TheMinimumSizeStandsAgainstAnySmallerWorkArea) {
-  const QRect tiny(0, 0, 8000, 6000);
-  // Below the minimum: the width first, alone, then the height.
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 0, 9000, 5000), tiny, 9600, 6780),
-            Step(9600, {}, {}, {}, false));
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 0, 9600, 5000), tiny, 9600, 6780),
-            Step({}, 6780, {}, {}, false));
-  // Larger than a work area below the minimum: down to the minimum, not to it.
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 0, 14000, 6780), tiny, 14000, 6780),
-            Step(9600, {}, {}, {}, false));
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 0, 9600, 11000), tiny, 9600, 11000),
-            Step({}, 6780, {}, {}, false));
-  // At the minimum in the corner the window hangs out and nothing moves.
-  EXPECT_EQ(MainFitAfterResize(QRect(0, 0, 9600, 6780), tiny, 9600, 6780), MainFitStep{});
-  // Away from the corner it comes back to the work area's edge, no further.
-  EXPECT_EQ(MainFitAfterResize(QRect(450, 300, 9600, 6780), tiny, 9600, 6780),
-            Step({}, {}, 0, 0, false));
-}
-
-TEST(WindowFit, AWorkAreaBesideAPanelIsMeasuredFromItsOwnEdges) {
+// One tick of the timer after a resize each: the window's outer rectangle,
+// the work area, and the size the windows were last fitted to.
+TEST(WindowFit, AfterAResizeTheMainWindowComesInsideTheWorkAreaOneTickAtATime) {
+  const QRect shrunken(0, 0, 12000, 9000), tiny(0, 0, 8000, 6000);
   // A panel of 1500 twips on the left: the work area runs from 1500 to 13500.
-  const QRect workArea(1500, 600, 12000, 9000);
-  EXPECT_EQ(MainFitAfterResize(QRect(3000, 600, 10500, 9000), workArea, 10500, 9000),
-            MainFitStep{});
-  EXPECT_EQ(MainFitAfterResize(QRect(5000, 3000, 10500, 9000), workArea, 10500, 9000),
-            Step({}, {}, 3000, 600, false));
+  const QRect beside(1500, 600, 12000, 9000);
+  const struct {
+    const char* What;
+    QRect Window, WorkArea;
+    int LastWidth, LastHeight;
+    MainFitStep Expected;
+  } cases[] = {
+      // Wider than a shrunken work area: only the width changes, and the
+      // resize it raises brings the next tick.
+      {"too wide", {1500, 900, 15000, 8000}, shrunken, 15000, 8000, Step(12000, {}, {}, {}, false)},
+      // Then it hangs out on the right and moves in; its size is not the one
+      // last fitted to, so every window is fitted again.
+      {"hangs out", {1500, 900, 12000, 8000}, shrunken, 15000, 8000, Step({}, {}, 0, {}, true)},
+      {"fitted", {0, 900, 12000, 8000}, shrunken, 12000, 8000, MainFitStep{}},
+      // Height works the same way, after the width is right.
+      {"too high", {0, 600, 12000, 12000}, shrunken, 12000, 12000, Step({}, 9000, {}, {}, false)},
+      {"hangs out below", {0, 600, 12000, 9000}, shrunken, 12000, 12000, Step({}, {}, {}, 0, true)},
+      // Below the minimum: the width first, alone, then the height.
+      {"below the minimum", {0, 0, 9000, 5000}, tiny, 9600, 6780, Step(9600, {}, {}, {}, false)},
+      {"too low", {0, 0, 9600, 5000}, tiny, 9600, 6780, Step({}, 6780, {}, {}, false)},
+      // Larger than a work area below the minimum: down to the minimum, not to it.
+      {"wide on a tiny area", {0, 0, 14000, 6780}, tiny, 14000, 6780, Step(9600, {}, {}, {}, false)},
+      {"high on a tiny area", {0, 0, 9600, 11000}, tiny, 9600, 11000, Step({}, 6780, {}, {}, false)},
+      // At the minimum in the corner the window hangs out and nothing moves;
+      // away from the corner it comes back to the work area's edge, no further.
+      {"minimum in the corner", {0, 0, 9600, 6780}, tiny, 9600, 6780, MainFitStep{}},
+      {"minimum off the corner", {450, 300, 9600, 6780}, tiny, 9600, 6780, Step({}, {}, 0, 0, false)},
+      // A work area beside a panel is measured from its own edges.
+      {"inside beside a panel", {3000, 600, 10500, 9000}, beside, 10500, 9000, MainFitStep{}},
+      {"out beside a panel", {5000, 3000, 10500, 9000}, beside, 10500, 9000, Step({}, {}, 3000, 600, false)},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(MainFitAfterResize(c.Window, c.WorkArea, c.LastWidth, c.LastHeight), c.Expected) << c.What;
 }
 
 TEST(WindowFit, AChangedWorkAreaPutsTheMainWindowBackInside) {
-  const QRect workArea(0, 0, 12000, 8000);
-  // Maximised: left alone, whatever the work area.
-  EXPECT_EQ(FitToChangedWorkArea(MainWindowState::Maximised, QRect(0, 0, 20000, 15000), workArea),
-            (WorkAreaFit{MainWindowState::Maximised, QRect(0, 0, 20000, 15000), false}));
-  // Too large: to the corner, cut to the work area, and fitted again.
-  EXPECT_EQ(FitToChangedWorkArea(MainWindowState::Normal, QRect(3000, 1500, 15000, 7000), workArea),
-            (WorkAreaFit{MainWindowState::Normal, QRect(0, 0, 12000, 7000), true}));
-  // Too high only: the width is kept.
-  EXPECT_EQ(FitToChangedWorkArea(MainWindowState::Minimised, QRect(600, 600, 10000, 9000),
-                                 workArea),
-            (WorkAreaFit{MainWindowState::Normal, QRect(0, 0, 10000, 8000), true}));
-  // Hanging out but not too large: it moves in and keeps its size.
-  EXPECT_EQ(FitToChangedWorkArea(MainWindowState::Normal, QRect(6000, 4000, 9600, 6780), workArea),
-            (WorkAreaFit{MainWindowState::Normal, QRect(2400, 1220, 9600, 6780), false}));
-  // At the minimum, wider than a tiny work area: not too large, so it only
-  // moves, and not past the work area's left edge.
-  EXPECT_EQ(FitToChangedWorkArea(MainWindowState::Minimised, QRect(900, 0, 9600, 6780),
-                                 QRect(0, 0, 8000, 6000)),
-            (WorkAreaFit{MainWindowState::Normal, QRect(0, 0, 9600, 6780), false}));
-  // A work area below a top panel: the corner is the work area's.
-  EXPECT_EQ(FitToChangedWorkArea(MainWindowState::Normal, QRect(0, 0, 15000, 7000),
-                                 QRect(0, 450, 12000, 8000)),
-            (WorkAreaFit{MainWindowState::Normal, QRect(0, 450, 12000, 7000), true}));
+  using S = MainWindowState;
+  const QRect area(0, 0, 12000, 8000);
+  const struct {
+    const char* What;
+    S State;
+    QRect Window, WorkArea;
+    WorkAreaFit Expected;
+  } cases[] = {
+      {"maximised: left alone", S::Maximised, {0, 0, 20000, 15000}, area,
+       {S::Maximised, {0, 0, 20000, 15000}, false}},
+      {"too large: to the corner, cut, fitted again", S::Normal, {3000, 1500, 15000, 7000}, area,
+       {S::Normal, {0, 0, 12000, 7000}, true}},
+      {"too high only: the width is kept", S::Minimised, {600, 600, 10000, 9000}, area,
+       {S::Normal, {0, 0, 10000, 8000}, true}},
+      {"hanging out: moves in, keeps its size", S::Normal, {6000, 4000, 9600, 6780}, area,
+       {S::Normal, {2400, 1220, 9600, 6780}, false}},
+      // Not too large, so it only moves, and not past the left edge.
+      {"at the minimum on a tiny work area", S::Minimised, {900, 0, 9600, 6780}, {0, 0, 8000, 6000},
+       {S::Normal, {0, 0, 9600, 6780}, false}},
+      {"below a top panel: the work area's corner", S::Normal, {0, 0, 15000, 7000}, {0, 450, 12000, 8000},
+       {S::Normal, {0, 450, 12000, 7000}, true}},
+  };
+  for (const auto& c : cases)
+    EXPECT_EQ(FitToChangedWorkArea(c.State, c.Window, c.WorkArea), c.Expected) << c.What;
 }
 
 TEST(WindowFit, ViewersArePlacedAndSizedInsideTheBrowser) {
-  const int browserWidth = 12000;
-  const int clientHeight = 8000;
-  EXPECT_EQ(PlacedViewerRect(QRect(-300, -60, 4000, 3000), browserWidth, clientHeight),
-            QRect(0, 0, 4000, 3000));
-  EXPECT_EQ(PlacedViewerRect(QRect(9000, 6000, 3000, 2000), browserWidth, clientHeight),
-            QRect(0, 0, 3000, 2000));
+  const int width = 12000, height = 8000;  // the browser's width, the main window's client height
+  EXPECT_EQ(PlacedViewerRect(QRect(-300, -60, 4000, 3000), width, height), QRect(0, 0, 4000, 3000));
+  EXPECT_EQ(PlacedViewerRect(QRect(9000, 6000, 3000, 2000), width, height), QRect(0, 0, 3000, 2000));
   // Exactly at the margins it stays.
-  EXPECT_EQ(PlacedViewerRect(QRect(7880, 5940, 4000, 2000), browserWidth, clientHeight),
-            QRect(7880, 5940, 4000, 2000));
-  EXPECT_EQ(PlacedViewerRect(QRect(7881, 5941, 4000, 2000), browserWidth, clientHeight),
-            QRect(0, 0, 4000, 2000));
+  EXPECT_EQ(PlacedViewerRect(QRect(7880, 5940, 4000, 2000), width, height), QRect(7880, 5940, 4000, 2000));
+  EXPECT_EQ(PlacedViewerRect(QRect(7881, 5941, 4000, 2000), width, height), QRect(0, 0, 4000, 2000));
 
   // The width is cut to the browser's edge, the height 60 short of the client's.
-  EXPECT_EQ(SizedFormRect(QRect(2000, 1000, 11000, 7000), browserWidth, clientHeight),
-            QRect(2000, 1000, 10000, 6940));
-  EXPECT_EQ(SizedFormRect(QRect(0, 0, 11880, 7940), browserWidth, clientHeight),
-            QRect(0, 0, 11880, 7940));
-  EXPECT_EQ(SizedFormRect(QRect(0, 0, 11881, 7941), browserWidth, clientHeight),
-            QRect(0, 0, 12000, 7940));
+  EXPECT_EQ(SizedFormRect(QRect(2000, 1000, 11000, 7000), width, height), QRect(2000, 1000, 10000, 6940));
+  EXPECT_EQ(SizedFormRect(QRect(0, 0, 11880, 7940), width, height), QRect(0, 0, 11880, 7940));
+  EXPECT_EQ(SizedFormRect(QRect(0, 0, 11881, 7941), width, height), QRect(0, 0, 12000, 7940));
 }
 
 TEST(WindowFit, TheFirstRunTimerOffersTheTutorialThenTheOptions) {
