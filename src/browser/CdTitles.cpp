@@ -1,16 +1,11 @@
 #include "browser/CdTitles.h"
 
-namespace {
-CdTitleLookup& Lookup() {
-  static CdTitleLookup lookup;
-  return lookup;
-}
-}  // namespace
+#include "core/AppState.h"
 
-void SetCdTitleLookup(CdTitleLookup lookup) { Lookup() = std::move(lookup); }
+void SetCdTitleLookup(CdTitleLookup lookup) { App().CdTitles = std::move(lookup); }
 
 bool LookUpCdTitles(const QString& folder, QStringList& titles) {
   titles.clear();
-  if (!Lookup()) return false;
-  return Lookup()(folder, titles);
+  if (!App().CdTitles) return false;
+  return App().CdTitles(folder, titles);
 }

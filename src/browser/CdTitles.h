@@ -1,7 +1,7 @@
 #pragma once
 // The titles of an audio CD's tracks, for the names on the Audios tab. The
-// CD title lookup answers through this hook; without one no titles are
-// known and the tracks keep their file names.
+// CD title lookup answers through the program-wide state's hook; without
+// one no titles are known and the tracks keep their file names.
 
 #include <QString>
 #include <QStringList>

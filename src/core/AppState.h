@@ -6,11 +6,11 @@
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
-
-#include "core/MediaTables.h"
+#include <functional>
 #include <memory>
 
 #include "core/BrowserSession.h"
+#include "core/MediaTables.h"
 
 class QWidget;
 class Database;
@@ -84,6 +84,11 @@ struct AppState : BrowserSession {
   std::shared_ptr<MixerConnection> Mixer;
 
   bool AssociationsReset = false;
+
+  // The CD title lookup, for the names on the Audios tab: fills the titles
+  // (track 1 first) of the CD whose folder is given; false when none are
+  // known. Empty until the CD access joins the program.
+  std::function<bool(const QString& folder, QStringList& titles)> CdTitles;
 
   // The extension tables of the media types, filled at start.
   MediaTableSet MediaTables;
