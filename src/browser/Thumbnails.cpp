@@ -344,6 +344,8 @@ QString Thumbnails::DisplayedCaption() const {
   return App().CurrentFolder;
 }
 
+int Thumbnails::PageShown(int tab) const { return VScroll[size_t(tab - 1)]->Value(); }
+
 void Thumbnails::PagePrevious() {
   ThumbnailScroll* scroll = VScroll[size_t(CurrentTab() - 1)];
   if (scroll->Value() > 0) scroll->SetValue(scroll->Value() - 1);

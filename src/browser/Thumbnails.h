@@ -66,6 +66,8 @@ class Thumbnails : public QWidget {
   // The page before, the page after and the last page of the tab in front,
   // as the command bar's keys ask.
   void PagePrevious();
+  // The page of a tab on display (its scroll bar's value).
+  int PageShown(int tab) const;
   void PageNext();
   void PageLast();
   // Sets the tab's scroll bar so that item's page shows, and sets that page

@@ -10,7 +10,6 @@
 #include <array>
 
 #include "browser/Thumbnails.h"
-#include "controls/ThumbnailScroll.h"
 #include "core/AppState.h"
 #include "core/BarCommands.h"
 #include "core/WindowFrame.h"
@@ -102,7 +101,7 @@ void RefitOpenWindows(MainForm& main) {
       if (browser) {
         const TabState& s = browser->Tab(shown);
         const qint32 page = s.PageSize > 0 ? item / s.PageSize : 0;
-        if (page != browser->VScroll[size_t(shown - 1)]->Value()) {
+        if (page != browser->PageShown(shown)) {
           browser->ShowItemPage(shown, item);
           app.Current(shown) = item;
         }
