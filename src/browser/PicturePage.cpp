@@ -195,3 +195,11 @@ void PicturePage::SetDataTooltips(bool on) {
     ThumbImage[cell]->setToolTip(tip);
   }
 }
+
+void PicturePage::MarkDeleted(int cell) {
+  if (cell < 0 || cell >= ThumbImage.size()) return;
+  const int edge = App().ThumbnailSizeTwips - CellMargin;
+  cells_[cell].setSize(QSizeF(edge, edge));
+  ThumbImage[cell]->setGeometry(twips::ToPixels(cells_[cell]));
+  ThumbImage[cell]->LoadDeleted();
+}

@@ -58,6 +58,8 @@ class PicturePage : public QObject {
   QRectF CellTwips(int cell) const;
   // The data popups of the filled cells, or none.
   void SetDataTooltips(bool on);
+  // The cell's file was deleted: it turns square and shows the deleted mark.
+  void MarkDeleted(int cell);
 
  signals:
   void Clicked(int cell);

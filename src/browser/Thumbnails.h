@@ -16,6 +16,7 @@
 #include "browser/Listing.h"
 #include "browser/PageGeometry.h"
 #include "browser/PicturePage.h"
+#include "core/BrowserCommands.h"
 #include "core/WindowRoles.h"
 
 class BalloonHelp;
@@ -24,7 +25,7 @@ class QFrame;
 class QTimer;
 class ThumbnailScroll;
 
-class Thumbnails : public QWidget {
+class Thumbnails : public QWidget, public BrowserCommands {
   Q_OBJECT
   // The pieces, made before the control names below that stand for theirs.
   Listing listing_;
@@ -124,8 +125,15 @@ class Thumbnails : public QWidget {
 
   // Switches the wheel off for the scroll bars of the first three tabs while
   // another window takes over, and puts it back afterwards.
-  void SuspendMouseWheel();
-  void ResumeMouseWheel();
+  void SuspendMouseWheel() override;
+  void ResumeMouseWheel() override;
+  // The tooltip of the current item set again, and the current item renamed
+  // (what the rename and properties windows ask).
+  void RefreshCurrentTooltip() override;
+  void CurrentEntryRenamed(const QString& entry) override;
+  // The cell of the current item of a tab is removed: a picture cell shows
+  // the deleted mark, a name reads "(Deleted)", and the tooltip goes.
+  void MarkCurrentDeleted(int tab);
 
   // ---- State -----------------------------------------------------------------
   TabState& Tab(int tab) { return listing_.Tab(tab); }

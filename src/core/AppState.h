@@ -28,11 +28,24 @@ struct AppState : BrowserSession {
 
   QString LastTargetFolder;
 
+  // A file that a viewer asks to rename (full path); "" when the browser's
+  // current item is meant.
   QString PendingFile;
-  // The file a copy or move works on, and what the folder chooser answers:
-  // the folder picked, the name typed for the file, and whether it was left
-  // without OK.
-  QString SourceFile;
+  // The file a copy, move, delete or rename works on and its target (full
+  // paths), and what the folder chooser answers: the folder picked, the
+  // name typed for the file, and whether it was left without OK.
+  QString SourceFile, TargetFile;
+  // The last answer of a verification window: 6 yes, 7 no, 2 cancelled, 0
+  // not asked. A copy that answers 7 copied nothing.
+  qint16 ReplaceAnswer = 0;
+  // The deletion of the current file is the second half of a move.
+  bool RemoveWithoutVerify = false;
+  // The two files that the replace verification compares.
+  QString ReplaceSource, ReplaceTarget;
+  // The message box style a caller asks for, and the answer it got.
+  qint16 MessageStyle = 0, MessageAnswer = 0;
+  // The file to send by e-mail, and the picture to print.
+  QString EmailFile, CurrentMediaFile;
   QString ChosenFolder, OperationFileName;
   bool DirectoryCancelled = true;
   // Set by the rename window when Enter closed it, so that the same key

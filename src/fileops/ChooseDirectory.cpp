@@ -13,7 +13,7 @@
 #include <QTimer>
 
 #include "core/CommonKeys.h"
-#include "browser/MouseWheelSuspend.h"
+#include "core/BrowserCommands.h"
 #include "catalogue/PathParts.h"
 #include "catalogue/PathRoutines.h"
 #include "controls/MsgBoxEnhanced.h"
