@@ -12,6 +12,7 @@ PACKAGES=(
   libcdio-dev libcddb2-dev
   libwmf-dev libemf2svg-dev fonts-urw-base35
   libxcb1-dev libxcb-ewmh-dev
+  libglib2.0-dev shared-mime-info xdg-utils
   libpulse-dev pulseaudio pulseaudio-utils pavucontrol
   libvips-tools imagemagick
   xvfb xauth openbox xdotool

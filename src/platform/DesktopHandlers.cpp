@@ -1,155 +1,188 @@
 #include "platform/DesktopHandlers.h"
+#include "platform/SiblingPrograms.h"
 
-#include <QDir>
-#include <QDirIterator>
 #include <QFile>
-#include <QFileInfo>
-#include <QHash>
-#include <QSet>
-#include <QStringList>
-#include <QTextStream>
+#include <functional>
+#include <memory>
+
+// glib's headers use "signals" as a member name, which Qt defines as a
+// keyword; nothing below declares a Qt class.
+#undef signals
+#include <gio/gdesktopappinfo.h>
+#include <gio/gio.h>
 
 namespace platform {
 
 namespace {
 
-QString EnvOr(const char* name, const QString& fallback) {
-  const QString value = qEnvironmentVariable(name);
-  return value.isEmpty() ? fallback : value;
-}
-
-QStringList SplitDirs(const QString& list) {
-  QStringList dirs;
-  for (const QString& dir : list.split(':', Qt::SkipEmptyParts))
-    if (QDir::isAbsolutePath(dir)) dirs << QDir::cleanPath(dir);
-  return dirs;
-}
-
-QString ConfigHome() { return EnvOr("XDG_CONFIG_HOME", QDir::homePath() + "/.config"); }
-QString DataHome() { return EnvOr("XDG_DATA_HOME", QDir::homePath() + "/.local/share"); }
-QStringList ConfigDirs() { return SplitDirs(EnvOr("XDG_CONFIG_DIRS", "/etc/xdg")); }
-QStringList DataDirs() {
-  return SplitDirs(EnvOr("XDG_DATA_DIRS", "/usr/local/share:/usr/share"));
-}
-
-// The mimeapps.list files, most important first.
-QStringList MimeAppsLists() {
-  QStringList desktops;
-  for (const QString& desktop :
-       qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(':', Qt::SkipEmptyParts))
-    desktops << desktop.toLower();
-  QStringList folders;
-  folders << ConfigHome() << ConfigDirs() << DataHome() + "/applications";
-  for (const QString& dir : DataDirs()) folders << dir + "/applications";
-  QStringList files;
-  for (const QString& folder : folders) {
-    for (const QString& desktop : desktops) files << folder + "/" + desktop + "-mimeapps.list";
-    files << folder + "/mimeapps.list";
-  }
-  return files;
-}
-
-// The values of one key of a group in a key file, split at ";".
-struct KeyFile {
-  QHash<QString, QHash<QString, QString>> groups;
-
-  static KeyFile Read(const QString& path) {
-    KeyFile file;
-    QFile in(path);
-    if (!in.open(QIODevice::ReadOnly | QIODevice::Text)) return file;
-    QTextStream stream(&in);
-    QString group;
-    while (!stream.atEnd()) {
-      const QString line = stream.readLine().trimmed();
-      if (line.isEmpty() || line.startsWith('#')) continue;
-      if (line.startsWith('[') && line.endsWith(']')) {
-        group = line.mid(1, line.size() - 2);
-        continue;
-      }
-      const qsizetype eq = line.indexOf('=');
-      if (eq <= 0 || group.isEmpty()) continue;
-      const QString key = line.left(eq).trimmed();
-      if (!file.groups[group].contains(key)) file.groups[group].insert(key, line.mid(eq + 1).trimmed());
-    }
-    return file;
-  }
-
-  QStringList List(const QString& group, const QString& key) const {
-    return groups.value(group).value(key).split(';', Qt::SkipEmptyParts);
-  }
-  QString Value(const QString& group, const QString& key) const {
-    return groups.value(group).value(key);
-  }
+struct UnrefObject {
+  void operator()(gpointer object) const { g_object_unref(object); }
 };
+struct FreeText {
+  void operator()(gchar* text) const { g_free(text); }
+};
+struct FreeList {
+  void operator()(GList* list) const { g_list_free_full(list, g_object_unref); }
+};
+struct FreeVector {
+  void operator()(gchar** vector) const { g_strfreev(vector); }
+};
+using AppInfo = std::unique_ptr<GAppInfo, UnrefObject>;
+using Text = std::unique_ptr<gchar, FreeText>;
+using AppList = std::unique_ptr<GList, FreeList>;
+using TextVector = std::unique_ptr<gchar*, FreeVector>;
 
-// The installed applications by desktop file id ("sub-name.desktop" for
-// "applications/sub/name.desktop"); the first folder that has an id wins.
-QHash<QString, QString> InstalledApplications() {
-  QStringList folders;
-  folders << DataHome() + "/applications";
-  for (const QString& dir : DataDirs()) folders << dir + "/applications";
-  QHash<QString, QString> installed;
-  for (const QString& folder : folders) {
-    const QDir root(folder);
-    if (!root.exists()) continue;
-    QDirIterator it(folder, {"*.desktop"}, QDir::Files | QDir::Readable,
-                    QDirIterator::Subdirectories);
-    while (it.hasNext()) {
-      const QString path = it.next();
-      QString id = root.relativeFilePath(path);
-      id.replace('/', '-');
-      if (!installed.contains(id)) installed.insert(id, path);
-    }
-  }
-  return installed;
+QString FromUtf8(const gchar* text) { return text ? QString::fromUtf8(text) : QString(); }
+
+// MIME types are compared without regard to case; the desktop's database
+// writes them in lower case.
+QByteArray TypeKey(const QString& mimeType) { return mimeType.trimmed().toLower().toUtf8(); }
+
+GDesktopAppInfo* AsDesktopEntry(GAppInfo* info) {
+  return info && G_IS_DESKTOP_APP_INFO(info) ? G_DESKTOP_APP_INFO(info) : nullptr;
 }
 
-// An entry that is hidden (deleted by the user) or no application at all
-// does not count.
-bool UsableApplication(const KeyFile& entry) {
-  const QString group = "Desktop Entry";
-  if (!entry.groups.contains(group)) return false;
-  if (entry.Value(group, "Hidden").compare("true", Qt::CaseInsensitive) == 0) return false;
-  const QString type = entry.Value(group, "Type");
-  return type.isEmpty() || type == "Application";
+// An application the desktop may offer: a desktop entry the user has not
+// deleted (Hidden=true; the desktop's own default lookup still returns such
+// an entry when the list of defaults names it).
+bool Usable(GAppInfo* info) {
+  GDesktopAppInfo* entry = AsDesktopEntry(info);
+  return entry && !g_desktop_app_info_get_is_hidden(entry);
+}
+
+bool IsRasterEditor(GAppInfo* info) {
+  const char* categories = g_desktop_app_info_get_categories(AsDesktopEntry(info));
+  if (!categories) return false;
+  return QString::fromUtf8(categories).split(';', Qt::SkipEmptyParts).contains("RasterGraphics");
+}
+
+DesktopApplication Describe(GAppInfo* info) {
+  DesktopApplication application;
+  GDesktopAppInfo* entry = AsDesktopEntry(info);
+  if (!entry) return application;
+  application.Id = FromUtf8(g_app_info_get_id(info));
+  if (const char* executable = g_app_info_get_executable(info)) {
+    const Text path(g_find_program_in_path(executable));
+    application.Executable = FromUtf8(path.get());
+  }
+  const Text exec(g_desktop_app_info_get_string(entry, "Exec"));
+  application.Exec = exec ? FromUtf8(exec.get()) : FromUtf8(g_app_info_get_commandline(info));
+  return application;
+}
+
+// The applications for the type in the desktop's order of preference: the
+// default, the recommended ones, then every other; the first that passes
+// the test.
+DesktopApplication FirstApplication(const QString& mimeType,
+                                    const std::function<bool(GAppInfo*)>& accept) {
+  const QByteArray type = TypeKey(mimeType);
+  if (type.isEmpty()) return {};
+  const AppInfo preferred(g_app_info_get_default_for_type(type.constData(), FALSE));
+  if (preferred && Usable(preferred.get()) && accept(preferred.get()))
+    return Describe(preferred.get());
+  for (GList* (*listFor)(const char*) :
+       {g_app_info_get_recommended_for_type, g_app_info_get_all_for_type}) {
+    const AppList list(listFor(type.constData()));
+    for (GList* item = list.get(); item; item = item->next) {
+      GAppInfo* info = static_cast<GAppInfo*>(item->data);
+      if (Usable(info) && accept(info)) return Describe(info);
+    }
+  }
+  return {};
+}
+
+// Expands the field codes of one argument of the Exec line into none, one
+// or several arguments.
+void ExpandArgument(const QString& argument, const QStringList& files, GDesktopAppInfo* entry,
+                    QStringList& out) {
+  if (argument == "%F" || argument == "%U") {
+    out << files;
+    return;
+  }
+  if (argument == "%i") {
+    const Text icon(entry ? g_desktop_app_info_get_string(entry, "Icon") : nullptr);
+    if (icon && *icon) out << "--icon" << FromUtf8(icon.get());
+    return;
+  }
+  QString expanded;
+  bool onlyCodes = true;
+  for (qsizetype i = 0; i < argument.size(); ++i) {
+    if (argument[i] != '%' || i + 1 == argument.size()) {
+      expanded += argument[i];
+      onlyCodes = false;
+      continue;
+    }
+    const QChar code = argument[++i];
+    if (code == '%') {
+      expanded += '%';
+      onlyCodes = false;
+    } else if (code == 'f' || code == 'u' || code == 'F' || code == 'U') {
+      if (!files.isEmpty()) expanded += files.first();
+    } else if (code == 'c') {
+      if (entry) expanded += FromUtf8(g_app_info_get_name(G_APP_INFO(entry)));
+    } else if (code == 'k') {
+      if (entry) expanded += FromUtf8(g_desktop_app_info_get_filename(entry));
+    } else if (code == 'i') {
+      const Text icon(entry ? g_desktop_app_info_get_string(entry, "Icon") : nullptr);
+      if (icon) expanded += FromUtf8(icon.get());
+    }
+    // %d %D %n %N %v %m are deprecated and, like unknown codes, dropped.
+  }
+  // An argument made of codes that gave nothing (a file code without a
+  // file) disappears.
+  if (!expanded.isEmpty() || !onlyCodes) out << expanded;
 }
 
 }  // namespace
 
+QString MimeTypeOfName(const QString& name) {
+  const QString fallback = QStringLiteral("application/octet-stream");
+  if (name.isEmpty()) return fallback;
+  const QByteArray encoded = QFile::encodeName(name);
+  const Text contentType(g_content_type_guess(encoded.constData(), nullptr, 0, nullptr));
+  if (!contentType) return fallback;
+  const Text mimeType(g_content_type_get_mime_type(contentType.get()));
+  return mimeType && *mimeType ? FromUtf8(mimeType.get()) : fallback;
+}
+
+DesktopApplication DefaultApplicationFor(const QString& mimeType) {
+  return FirstApplication(mimeType, [](GAppInfo*) { return true; });
+}
+
 bool HasDefaultApplicationFor(const QString& mimeType) {
-  const QString type = mimeType.trimmed().toLower();
-  if (type.isEmpty()) return false;
-  const QHash<QString, QString> installed = InstalledApplications();
-  QHash<QString, bool> usable;
-  const auto isUsable = [&](const QString& id) {
-    if (!installed.contains(id)) return false;
-    if (!usable.contains(id)) usable.insert(id, UsableApplication(KeyFile::Read(installed.value(id))));
-    return usable.value(id);
-  };
+  return DefaultApplicationFor(mimeType).IsValid();
+}
 
-  // Associations named in the lists: a default or an added association of
-  // an installed application answers at once; removed ones are remembered
-  // so that the applications' own claims below leave them out.
-  QSet<QString> removed;
-  for (const QString& path : MimeAppsLists()) {
-    if (!QFileInfo::exists(path)) continue;
-    const KeyFile list = KeyFile::Read(path);
-    for (const QString& group : {QString("Default Applications"), QString("Added Associations")}) {
-      for (const QString& id : list.List(group, type))
-        if (!removed.contains(id) && isUsable(id)) return true;
-    }
-    for (const QString& id : list.List("Removed Associations", type)) removed.insert(id);
-  }
+DesktopApplication RasterEditorFor(const QString& mimeType) {
+  return FirstApplication(mimeType, IsRasterEditor);
+}
 
-  // The applications that declare the type themselves.
-  for (auto it = installed.constBegin(); it != installed.constEnd(); ++it) {
-    if (removed.contains(it.key())) continue;
-    const KeyFile entry = KeyFile::Read(it.value());
-    if (!UsableApplication(entry)) continue;
-    for (const QString& declared : entry.List("Desktop Entry", "MimeType"))
-      if (declared.trimmed().toLower() == type) return true;
+QStringList CommandLineFor(const DesktopApplication& application, const QStringList& files) {
+  if (application.Exec.trimmed().isEmpty()) return {};
+  const QByteArray exec = application.Exec.toUtf8();
+  gint count = 0;
+  gchar** parsed = nullptr;
+  if (!g_shell_parse_argv(exec.constData(), &count, &parsed, nullptr)) return {};
+  const TextVector words(parsed);
+  const std::unique_ptr<GDesktopAppInfo, UnrefObject> entry(
+      application.Id.isEmpty() ? nullptr
+                               : g_desktop_app_info_new(application.Id.toUtf8().constData()));
+  QStringList commandLine;
+  for (gint i = 0; i < count; ++i) {
+    const QString word = FromUtf8(words.get()[i]);
+    if (i == 0)
+      commandLine << word;  // the program itself carries no field codes
+    else
+      ExpandArgument(word, files, entry.get(), commandLine);
   }
-  return false;
+  return commandLine;
+}
+
+bool StartApplication(const DesktopApplication& application, const QStringList& files) {
+  if (!application.IsValid()) return false;
+  const QStringList commandLine = CommandLineFor(application, files);
+  if (commandLine.isEmpty() || commandLine.first().isEmpty()) return false;
+  return StartProgram(commandLine.first(), commandLine.mid(1));
 }
 
 }  // namespace platform

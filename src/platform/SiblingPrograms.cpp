@@ -1,11 +1,15 @@
 #include "platform/SiblingPrograms.h"
+#include "platform/DesktopHandlers.h"
 #include "platform/Services.h"
 
 #include <xcb/xcb.h>
 #include <xcb/xcb_ewmh.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QProcess>
+#include <QRegularExpression>
 #include <cstdlib>
 
 namespace platform {
@@ -61,6 +65,36 @@ quint64 FindOnX11(const QString& caption) {
   return found;
 }
 
+// The sibling's executable in the program folder; "" when it is not there.
+QString SiblingIn(const QString& programFolder, const QString& name) {
+  const QFileInfo sibling(QDir(programFolder).filePath(name));
+  return sibling.isFile() && sibling.isExecutable() ? sibling.filePath() : QString();
+}
+
+// The desktop's application for a kind of content, started without a file.
+bool StartHandlerOf(const QString& mimeType) {
+  return StartApplication(DefaultApplicationFor(mimeType), {});
+}
+
+// What the viewer would have done with its argument, done by the desktop.
+bool StartViewerOnDesktop(const QString& argument) {
+  const QString word = argument.trimmed().toLower();
+  if (word.isEmpty()) return false;
+  if (word == "//audio") return StartHandlerOf("audio/mpeg");
+  if (word == "//video") return StartHandlerOf("video/mp4");
+  if (word == "//cd") return StartHandlerOf("x-content/audio-cdda");
+  if (word == "//dvd") return StartHandlerOf("x-content/video-dvd");
+  // "//sleep", "//alarm" and any other command word have no counterpart.
+  if (word.startsWith("//")) return false;
+  // A track of an audio CD is played by the desktop's CD player, which
+  // takes the disc rather than a file.
+  static const QRegularExpression track("^track\\d\\d\\.cda$",
+                                        QRegularExpression::CaseInsensitiveOption);
+  if (track.match(QFileInfo(argument).fileName()).hasMatch())
+    return StartHandlerOf("x-content/audio-cdda");
+  return StartApplication(DefaultApplicationFor(MimeTypeOfName(argument)), {argument});
+}
+
 }  // namespace
 
 quint64 FindWindowByCaption(const QString& caption) {
@@ -71,6 +105,21 @@ quint64 FindWindowByCaption(const QString& caption) {
 bool StartProgram(const QString& path, const QStringList& arguments) {
   if (Starter()) return Starter()(path, arguments);
   return QProcess::startDetached(path, arguments);
+}
+
+bool StartViewerProgram(const QString& programFolder, const QString& argument) {
+  const QString sibling = SiblingIn(programFolder, "Lorvane");
+  if (sibling.isEmpty()) return StartViewerOnDesktop(argument);
+  return StartProgram(sibling, argument.isEmpty() ? QStringList() : QStringList{argument});
+}
+
+bool StartPaintProgram(const QString& programFolder, const QString& picture) {
+  const QString sibling = SiblingIn(programFolder, "Tintara");
+  if (!sibling.isEmpty())
+    return StartProgram(sibling, picture.isEmpty() ? QStringList() : QStringList{picture});
+  const QString type = picture.isEmpty() ? QStringLiteral("image/png") : MimeTypeOfName(picture);
+  return StartApplication(RasterEditorFor(type),
+                          picture.isEmpty() ? QStringList() : QStringList{picture});
 }
 
 void SetWindowFinder(std::function<quint64(const QString&)> finder) {

@@ -91,7 +91,7 @@ bool CommandBar::AudioReady() {
 
 void CommandBar::StartViewer(const QString& commandWord) {
   // A failed start is not looked at.
-  platform::StartProgram(JoinPath(App().ProgramFolder, "Lorvane"), {commandWord});
+  platform::StartViewerProgram(App().ProgramFolder, commandWord);
 }
 
 void CommandBar::cdButton_Click() {
@@ -147,7 +147,7 @@ void CommandBar::alarmButton_Click() {
 
 void CommandBar::paintButton_Click() {
   ReleaseFocus();
-  platform::StartProgram(JoinPath(App().ProgramFolder, "Tintara"), {});
+  platform::StartPaintProgram(App().ProgramFolder, QString());
 }
 
 void CommandBar::albumButton_Click() {

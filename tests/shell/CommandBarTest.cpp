@@ -28,6 +28,7 @@
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
 #include "support/MessageBoxAnswer.h"
+#include "support/DesktopWorld.h"
 #include "support/PulseServer.h"
 #include "support/TestEnv.h"
 #include "system/MixerModule.h"
@@ -88,6 +89,13 @@ class CommandBarTest : public testing::Test {
     ReleaseSharedMsgBox();
   }
   QString Lorvane(const QString& word) const { return App().ProgramFolder + "/Lorvane " + word; }
+  // The sibling programs in the program folder, as an installation has them.
+  static void InstallSiblings() {
+    for (const char* name : {"/Lorvane", "/Tintara"}) {
+      const QString path = testenv::MakeFile(App().ProgramFolder + name, "#!/bin/sh\nexit 0\n");
+      QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
+  }
 
   // The bar following a browser opened on the default folder, both loaded.
   static void Open(CommandBar& bar, Thumbnails& browser, const QString& folder) {
@@ -213,6 +221,7 @@ TEST_F(CommandBarTest, AHungSoundServerLeavesTheBarAnswering) {
 TEST_F(CommandBarTest, SiblingButtonsStartTheSiblingsWithTheirCommandWords) {
   PulseServer server;
   ASSERT_TRUE(server.Running());
+  InstallSiblings();
   CommandBar bar;
   bar.audioButton_Click();
   bar.videoButton_Click();
@@ -241,6 +250,23 @@ TEST_F(CommandBarTest, SiblingButtonsStartTheSiblingsWithTheirCommandWords) {
   EXPECT_TRUE(started.isEmpty());
 }
 
+TEST_F(CommandBarTest, WithoutTheSiblingsTheButtonsStartTheDesktopsApplications) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  CommandBar bar;
+  bar.audioButton_Click();
+  bar.videoButton_Click();
+  bar.sleepButton_Click();
+  bar.alarmButton_Click();
+  bar.paintButton_Click();
+  platform::SetCdDeviceOverride(
+      {MakeDisc("music", 2352, "TRACK 01 AUDIO\r\nINDEX 01 00:00:00\r\n")});
+  bar.cdButton_Click();
+  bar.dvdButton_Click();
+  EXPECT_EQ(started, QStringList({"vistrel-test-player", "vistrel-test-player",
+                                  "vistrel-test-painter", "vistrel-test-cd", "vistrel-test-dvd"}));
+}
+
 TEST_F(CommandBarTest, WithoutASoundServerTheBarShowsNothingAndTheAudioButtonsOnlySaySo) {
   AbsentPulseServer absent;
   CommandBar bar;
@@ -259,33 +285,28 @@ TEST_F(CommandBarTest, WithoutASoundServerTheBarShowsNothingAndTheAudioButtonsOn
     EXPECT_EQ(BoxAfter(click), "Windows Setup: Your computer is not configured to play audio files");
   EXPECT_TRUE(started.isEmpty());
   // The video playlist needs no check.
+  InstallSiblings();
   bar.videoButton_Click();
   EXPECT_EQ(started, QStringList({Lorvane("//video")}));
 }
 
 TEST_F(CommandBarTest, TheDvdPlayerStartsOnlyWhenTheDesktopHasADvdHandler) {
-  const QString data = testenv::Root() + "/xdg-data";
-  const QByteArray savedDataDirs = qgetenv("XDG_DATA_DIRS");
-  const QByteArray savedConfigDirs = qgetenv("XDG_CONFIG_DIRS");
-  qputenv("XDG_DATA_DIRS", data.toUtf8());
-  qputenv("XDG_CONFIG_DIRS", (testenv::Root() + "/xdg-config").toUtf8());
   AbsentPulseServer absent;
+  InstallSiblings();
   CommandBar bar;
-
-  EXPECT_EQ(BoxAfter([&] { bar.dvdButton_Click(); }), "DVD Player: DVD player is not available");
-  EXPECT_TRUE(started.isEmpty());
-
-  testenv::MakeFile(data + "/applications/discs.desktop",
-                    "[Desktop Entry]\nType=Application\nName=Discs\nExec=discs %U\n"
-                    "MimeType=x-content/video-dvd;\n");
+  {
+    testenv::HiddenApplication dvd(testenv::DvdApp);
+    ASSERT_TRUE(dvd.Hidden());
+    EXPECT_EQ(BoxAfter([&] { bar.dvdButton_Click(); }), "DVD Player: DVD player is not available");
+    EXPECT_TRUE(started.isEmpty());
+  }
   bar.dvdButton_Click();
   EXPECT_EQ(started, QStringList({Lorvane("//dvd")}));
-  qputenv("XDG_DATA_DIRS", savedDataDirs);
-  qputenv("XDG_CONFIG_DIRS", savedConfigDirs);
 }
 
 TEST_F(CommandBarTest, ClickIfEnabledRunsOnlyEnabledButtonsAndClickRunsThemAnyway) {
   AbsentPulseServer absent;
+  InstallSiblings();
   CommandBar bar;
   bar.videoButton->SetEnabled(false);
   EXPECT_FALSE(bar.ClickIfEnabled(BarButton::videoButton));
