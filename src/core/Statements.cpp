@@ -145,6 +145,38 @@ bool RenameFileCaption(Database& db, const QString& sourceFile, const QString& t
   return update.Run();
 }
 
+// ---- Renamed files --------------------------------------------------------
+
+QString CaptionKey(const QString& path) {
+  QString name = path.mid(path.lastIndexOf('/') + 1);
+  name.remove('\'');
+  return name;
+}
+
+bool FollowRenamedFile(Database& db, const QString& oldPath, const QString& newPath) {
+  if (oldPath == newPath) return true;
+  SqlTransaction transaction(db.Connection());
+  if (!transaction.IsActive()) return false;
+  SqlStatement entries =
+      db.Prepare(QStringLiteral("UPDATE PlaylistFiles SET PlaylistFile = ? WHERE PlaylistFile = ?"));
+  entries.Bind(1, newPath).Bind(2, oldPath);
+  if (!entries.Run()) return false;
+  // A move keeps the name, and with it the caption's key.
+  const QString oldKey = CaptionKey(oldPath), newKey = CaptionKey(newPath);
+  if (oldKey != newKey) {
+    SqlStatement stale = db.Prepare(QStringLiteral(
+        "DELETE FROM FileCaptions WHERE FileName = ?1 "
+        "AND EXISTS (SELECT 1 FROM FileCaptions WHERE FileName = ?2)"));
+    stale.Bind(1, newKey).Bind(2, oldKey);
+    if (!stale.Run()) return false;
+    SqlStatement caption =
+        db.Prepare(QStringLiteral("UPDATE FileCaptions SET FileName = ? WHERE FileName = ?"));
+    caption.Bind(1, newKey).Bind(2, oldKey);
+    if (!caption.Run()) return false;
+  }
+  return transaction.Commit();
+}
+
 // ---- Audio CDs ------------------------------------------------------------
 
 std::optional<CdTitle> SelectCdTitle(Database& db, const QString& mediaNumber) {

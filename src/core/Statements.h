@@ -64,6 +64,19 @@ bool SaveFileCaption(Database& db, const QString& fileName, const QString& capti
 // is rewritten to targetFile.
 bool RenameFileCaption(Database& db, const QString& sourceFile, const QString& targetFile);
 
+// ---- Renamed files --------------------------------------------------------
+
+// The key a picture's caption is kept under: the file's name without its
+// folder and without apostrophes.
+QString CaptionKey(const QString& path);
+// A file that the program renamed or moved keeps its album entries and its
+// caption: every PlaylistFiles row of oldPath takes newPath, and the caption
+// of the old name takes the new name, whatever the names hold (apostrophes
+// too). A caption that stood under the new name before (one left by a
+// deleted file) gives way to the one that follows. One transaction: on
+// failure nothing changes.
+bool FollowRenamedFile(Database& db, const QString& oldPath, const QString& newPath);
+
 // ---- Audio CDs ------------------------------------------------------------
 
 struct CdTitle {

@@ -16,6 +16,11 @@ QString DropNameCharacters(const QString& text) {
 }
 
 QString DropInsertedNameCharacters(const QString& before, const QString& after, int& cursor) {
+  return DropInsertedCharacters(before, after, cursor, IsDroppedNameCharacter);
+}
+
+QString DropInsertedCharacters(const QString& before, const QString& after, int& cursor,
+                               bool (*isDropped)(QChar)) {
   // One edit replaces one stretch of the text: what both texts share at
   // the front and at the back is untouched, and the rest of `after` is
   // what the edit put in.
@@ -27,7 +32,9 @@ QString DropInsertedNameCharacters(const QString& before, const QString& after, 
          before.at(before.size() - 1 - back) == after.at(after.size() - 1 - back))
     ++back;
   const QString inserted = after.mid(front, after.size() - front - back);
-  const QString kept = DropNameCharacters(inserted);
+  QString kept;
+  for (QChar c : inserted)
+    if (!isDropped(c)) kept += c;
   if (kept.size() == inserted.size()) return after;
   cursor = int(front + kept.size());
   return after.left(front) + kept + after.right(back);

@@ -17,3 +17,7 @@ QString DropNameCharacters(const QString& text);
 // `cursor` comes in where the edit left it and goes out behind the kept
 // part of the insertion.
 QString DropInsertedNameCharacters(const QString& before, const QString& after, int& cursor);
+// The same for another set of dropped characters (the rename window keeps
+// the dot, for one).
+QString DropInsertedCharacters(const QString& before, const QString& after, int& cursor,
+                               bool (*isDropped)(QChar));

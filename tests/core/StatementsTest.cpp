@@ -166,6 +166,33 @@ TEST_F(Statements, CaptionsAreAddedChangedDeletedAndFollowARename) {
   EXPECT_EQ(Rows("SELECT FileName FROM FileCaptions"), QStringList({"/new/Bob's beach.jpg"}));
 }
 
+TEST_F(Statements, ARenamedFileTakesItsAlbumEntriesAndCaptionAlongApostropheOrNot) {
+  const QString old = "/pics/Ann's beach.jpg";
+  const QString renamed = "/pics/Bob's beach.jpg";
+  ASSERT_TRUE(SavePlaylistFiles(Db(), 1, {"/pics/a.jpg", old, "/pics/Ann's beach.jpg.bak"}));
+  ASSERT_TRUE(SavePlaylistFiles(Db(), 2, {old}));
+  // Captions are kept under the bare name without apostrophes.
+  ASSERT_TRUE(Db().Execute("INSERT INTO FileCaptions VALUES ('Bobs beach.jpg', 'Left behind')"));
+  ASSERT_TRUE(Db().Execute("INSERT INTO FileCaptions VALUES ('Anns beach.jpg', 'Sand')"));
+  ASSERT_TRUE(Db().Execute("INSERT INTO FileCaptions VALUES ('a.jpg', 'A')"));
+
+  EXPECT_TRUE(FollowRenamedFile(Db(), old, renamed));
+  EXPECT_EQ(SelectPlaylistFiles(Db(), 1),
+            QStringList({"/pics/a.jpg", renamed, "/pics/Ann's beach.jpg.bak"}));
+  EXPECT_EQ(SelectPlaylistFiles(Db(), 2), QStringList({renamed}));
+  EXPECT_EQ(Rows("SELECT FileName, FileCaption FROM FileCaptions ORDER BY rowid"),
+            QStringList({"Bobs beach.jpg|Sand", "a.jpg|A"}));
+
+  // A move keeps the name and the caption; a file without rows changes
+  // nothing, and keeps a caption that stands under the new name.
+  EXPECT_TRUE(FollowRenamedFile(Db(), "/pics/a.jpg", "/other/a.jpg"));
+  EXPECT_TRUE(FollowRenamedFile(Db(), "/pics/none.jpg", "/pics/b.jpg"));
+  EXPECT_EQ(Rows("SELECT FileName, FileCaption FROM FileCaptions ORDER BY rowid"),
+            QStringList({"Bobs beach.jpg|Sand", "a.jpg|A"}));
+  EXPECT_EQ(SelectPlaylistFiles(Db(), 1),
+            QStringList({"/other/a.jpg", renamed, "/pics/Ann's beach.jpg.bak"}));
+}
+
 TEST_F(Statements, AKeyWithAnApostropheFindsAndWritesNothing) {
   // Such rows can only come from elsewhere; the program never finds them.
   ASSERT_TRUE(Db().Execute("INSERT INTO FileCaptions VALUES ('Bob''s.jpg', 'There')"));
