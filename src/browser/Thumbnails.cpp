@@ -1,5 +1,7 @@
 #include "browser/Thumbnails.h"
 
+#include "browser/MenuFile.h"
+
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -77,6 +79,9 @@ void Thumbnails::MakeControls() {
     DblClickDelay[i]->setSingleShot(true);
     connect(DblClickDelay[i], &QTimer::timeout, this, [this, tab] { OpenItem(tab); });
   }
+  // The menu's entries run once the menu has closed.
+  Menu = new ::MenuFile(this);
+  connect(Menu, &::MenuFile::Chosen, this, &Thumbnails::MenuFile_Chosen, Qt::QueuedConnection);
   strip_.MakeSizeGroup(this, this);
 
   for (size_t i = 0; i < Highlight.size(); ++i) {

@@ -20,6 +20,8 @@
 #include "core/WindowRoles.h"
 
 class BalloonHelp;
+class MenuFile;
+enum class MenuEntry;
 class NewTabControl;
 class QFrame;
 class QTimer;
@@ -115,13 +117,34 @@ class Thumbnails : public QWidget, public BrowserCommands {
   void ComeForward();
   // Back to the default folder, or to the first page when already there.
   void GoHome();
-  // Opens the current item of a tab, and shows the context menu of a cell.
-  // The viewers and the menu are not part of the program yet: both are
-  // announced by signals for now.
+  // ---- Opening -------------------------------------------------------------
+  // Opens the current item of a tab (the delay timers and Enter come here).
   void OpenItem(int tab);
+  void OpenPicture();
+  void OpenVideo();
+  void OpenAudio();
+  void OpenDocument();
+
+  // ---- The context menu and the file operations ------------------------------
+  // Sets the menu up for the current item of the tab and shows it.
   void ShowContextMenu(int tab, int cell);
-  // The cell actions of the keys Delete, M, C and R, and of the menu.
-  void MenuAction(const QString& action);
+  void mnuRename_Click();
+  void mnuCopy_Click();
+  void mnuMove_Click();
+  void mnuDelete_Click();
+  void mnuPaint_Click();
+  void mnuEmail_Click();
+  void mnuPrint_Click();
+  void mnuShoot_Click();
+  void mnuClipboard_Click();
+  void mnuSlideshow_Click();
+  void mnuProperties_Click();
+  void mnuMP3_Click();
+  // The folder on display, "/" and the current entry of the current tab.
+  QString GetCurrentPath() const;
+  // Deletes the current item of the current tab (plainly, when it is the
+  // second half of a move) and marks its cell; true when the file went.
+  bool DeleteCurrentFile();
 
   // Switches the wheel off for the scroll bars of the first three tabs while
   // another window takes over, and puts it back afterwards.
@@ -165,6 +188,8 @@ class Thumbnails : public QWidget, public BrowserCommands {
   QLabel*& InchLabel = strip_.InchLabel;
   QVector<NewImage*>& ThumbImage = pictures_.ThumbImage;
   ::LoadingMessage*& LoadingMessage = pictures_.LoadingMessage;
+  // The context menu of the cells.
+  ::MenuFile* Menu = nullptr;
   // Icons and names of the list tabs, indexed by tab - 2.
   std::array<QVector<QLabel*>, 3>& Icons = lists_.Icons;
   std::array<QVector<QLabel*>, 3>& Names = lists_.Names;
@@ -184,9 +209,6 @@ class Thumbnails : public QWidget, public BrowserCommands {
   void ItemOpened(int tab, qint32 index);
   // The context menu of a cell: the tab and the list index.
   void ContextMenuRequested(int tab, qint32 index);
-  // A cell action ("Delete", "Move", "Copy", "Rename", "Properties", "MP3")
-  // on the current item of the current tab.
-  void ActionRequested(const QString& action, int tab, qint32 index);
   // Every picture of the page on display is shown.
   void PageFilled(int tab);
 
@@ -214,6 +236,13 @@ class Thumbnails : public QWidget, public BrowserCommands {
   void ThumbnailSizeEnter();
   void NumberBoxPressed(QWidget* box, int tab);
   void MoveCellsAside(int current);
+  void MenuFile_Chosen(MenuEntry entry);
+  // Asks for the target folder and copies the current item there, asking
+  // again after a refused replace; false when nothing was copied.
+  bool CopyToChosenFolder(const QString& mode);
+  // The lower left corner of the current cell of the tab, in twips of the
+  // main window's client area (where the windows over the cells are placed).
+  QPoint BelowCurrentCell(int tab);
   // The tab whose cell (icon or picture) the widget is; 0 for any other.
   int CellTabOf(const QWidget* widget) const;
   // Takes the keys away from a cell about to hide, onto the window.

@@ -48,10 +48,10 @@ class BrowserPage : public CellPage {
   }
   qint32 CurrentEntry() const override { return App().Current(tab_); }
   void ShowHighlight() override { window_.ShowHighlight(tab_); }
-  void Delete() override { window_.MenuAction("Delete"); }
-  void Move() override { window_.MenuAction("Move"); }
-  void Copy() override { window_.MenuAction("Copy"); }
-  void Rename() override { window_.MenuAction("Rename"); }
+  void Delete() override { window_.mnuDelete_Click(); }
+  void Move() override { window_.mnuMove_Click(); }
+  void Copy() override { window_.mnuCopy_Click(); }
+  void Rename() override { window_.mnuRename_Click(); }
 
  private:
   ThumbnailScroll* Bar() const { return window_.VScroll[size_t(tab_ - 1)]; }
@@ -119,10 +119,10 @@ void Thumbnails::Form_KeyUp(int keyCode, int shift) {
       CellMouseDown(tab, current, 2);
       break;
     case KeyUpAction::Properties:
-      MenuAction("Properties");
+      mnuProperties_Click();
       break;
     case KeyUpAction::Mp3Tags:
-      MenuAction("MP3");
+      mnuMP3_Click();
       break;
     case KeyUpAction::Nothing:
       break;
@@ -332,19 +332,6 @@ void Thumbnails::CellMouseDown(int tab, int index, int button) {
     FocusCell(tab, index);
     ShowContextMenu(tab, index);
   }
-}
-
-void Thumbnails::OpenItem(int tab) {
-  DblClickDelay[size_t(tab - 1)]->stop();
-  emit ItemOpened(tab, App().Current(tab));
-}
-
-void Thumbnails::ShowContextMenu(int tab, int) {
-  emit ContextMenuRequested(tab, App().Current(tab));
-}
-
-void Thumbnails::MenuAction(const QString& action) {
-  emit ActionRequested(action, currentTab_, App().Current(currentTab_));
 }
 
 void Thumbnails::NumberBoxPressed(QWidget* box, int tab) {

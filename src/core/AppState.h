@@ -46,6 +46,9 @@ struct AppState : BrowserSession {
   qint16 MessageStyle = 0, MessageAnswer = 0;
   // The file to send by e-mail, and the picture to print.
   QString EmailFile, CurrentMediaFile;
+  // The session with the mail program, signed on at the first e-mail; 0
+  // before.
+  int MailSessionId = 0;
   QString ChosenFolder, OperationFileName;
   bool DirectoryCancelled = true;
   // Set by the rename window when Enter closed it, so that the same key

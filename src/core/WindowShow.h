@@ -1,0 +1,36 @@
+#pragma once
+// Showing a window that another subsystem makes: it is loaded through the
+// window registry's loader, which that subsystem registers at start, and
+// shown. A window whose subsystem registered no loader is not part of the
+// program: nothing opens and nothing pretends to.
+
+#include <QString>
+
+#include "core/WindowRoles.h"
+
+class QWidget;
+
+// A viewer of the program's own (pictures, videos, audios). It is handed no
+// file: it works on its tab's list through the current index, so that the
+// whole list can be walked from inside it.
+class MediaViewer {
+ public:
+  virtual ~MediaViewer() = default;
+  // An open viewer shows the current item of its tab anew.
+  virtual void LoadCurrentItem() = 0;
+};
+
+// A window that works on one file given before it shows (the file's
+// properties, its tags).
+class FileWindow {
+ public:
+  virtual ~FileWindow() = default;
+  virtual void GetData(const QString& path) = 0;
+};
+
+// Loads the window (or takes the loaded one) and shows it, modeless; the
+// window, or nullptr when it is not part of the program.
+QWidget* ShowWindow(WindowId id);
+// Loads the window and shows it modal, letting events run until it has
+// gone; false when it is not part of the program.
+bool ShowWindowModal(WindowId id);
