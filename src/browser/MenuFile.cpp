@@ -56,6 +56,8 @@ MenuFile::MenuFile(QWidget* parent) : QMenu(parent) {
     connect(action, &QAction::triggered, this, [this, entry] { emit Chosen(entry); });
     entries_[size_t(i)] = action;
   }
+  // The tags entry is for MP3 files: hidden until an MP3 asks for it.
+  entries_[size_t(MenuEntry::mnuMP3)]->setVisible(false);
 }
 
 void MenuFile::SetUp(int tab, const QString& mediaType, const QString& extension, qint32 count,

@@ -285,7 +285,8 @@ void ChangeProperties::closeEvent(QCloseEvent* event) {
 
 void ChangeProperties::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  PaintFormGradient(painter, size(), 255, 255, 255, 1);
+  // The light part of the gradient only, so that the texts stay legible.
+  PaintFormGradient(painter, QSize(width(), height() * 3), 255, 255, 255, 1);
 }
 
 ChangeProperties* ShowChangeProperties(const QString& path, int leftTwips, int topTwips,

@@ -284,7 +284,8 @@ void RenameFile::closeEvent(QCloseEvent* event) {
 
 void RenameFile::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  PaintFormGradient(painter, size(), 255, 255, 255, 1);
+  // The light part of the gradient only, so that the texts stay legible.
+  PaintFormGradient(painter, QSize(width(), height() * 3), 255, 255, 255, 1);
   // Without a frame of its own the strip needs an edge to stand out from
   // the cells beneath it.
   painter.setPen(App().ColorDarkGrey);

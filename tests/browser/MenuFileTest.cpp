@@ -25,11 +25,11 @@ QStringList Offered(const MenuFile& menu) {
 TEST(MenuFileTest, EachTabAndModeOffersItsEntries) {
   MenuFile menu(nullptr);
   // A picture of a folder with more than one picture: everything but the
-  // tags, which a picture never touches.
+  // tags, which only an MP3 brings up.
   menu.SetUp(PicturesTab, "P", "jpg", 2, false);
   EXPECT_EQ(Offered(menu), QStringList({"Rename", "Copy", "Move", "Delete", "Paint", "E-mail",
                                         "Print", "Shoot", "Clipboard", "Slideshow",
-                                        "Properties", "\"Tag\" Data"}));
+                                        "Properties"}));
   // One picture offers no slideshow; a metafile no picture entries; an album
   // no file operations.
   menu.SetUp(PicturesTab, "I", "ico", 1, false);
@@ -37,11 +37,15 @@ TEST(MenuFileTest, EachTabAndModeOffersItsEntries) {
                                                   "Clipboard", "Properties"}));
   menu.SetUp(PicturesTab, "W", "wmf", 5, true);
   EXPECT_EQ(Offered(menu), QStringList({"(Rename)", "(Copy)", "(Move)", "(Delete)", "E-mail",
-                                        "Properties", "\"Tag\" Data"}));
+                                        "Properties"}));
 
-  // The tags only for MP3 files; a WAV file hides them, in an album they
-  // show disabled; the Documents tab leaves them as they were and keeps its
-  // file operations in an album.
+  // The tags only for MP3 files; in an album they show disabled; the other
+  // tabs leave them as the last MP3 did, and Documents keeps its file
+  // operations in an album.
+  menu.SetUp(AudiosTab, "A", "mp3", 3, false);
+  menu.SetUp(VideosTab, "V", "avi", 3, false);
+  EXPECT_EQ(Offered(menu), QStringList({"Rename", "Copy", "Move", "Delete", "E-mail",
+                                        "Properties", "\"Tag\" Data"}));
   menu.SetUp(AudiosTab, "A", "wav", 3, false);
   EXPECT_EQ(Offered(menu), QStringList({"Rename", "Copy", "Move", "Delete", "E-mail",
                                         "Properties"}));

@@ -303,7 +303,7 @@ TEST_F(ThumbnailsTest, CtrlNBringsTheContextMenuOfTheCurrentItemAndCtrlTTheTagsO
   QSignalSpy menu(&window, &Thumbnails::ContextMenuRequested);
   ASSERT_EQ(window.CurrentTab(), AudiosTab);
   window.AudioIcon_KeyDown(0, keys::Down, 0);
-  window.Form_KeyUp('N', keys::CtrlMask);
+  QTest::keyClick(window.Cell(AudiosTab, 1), Qt::Key_N, Qt::ControlModifier);
   ASSERT_EQ(menu.count(), 1);
   EXPECT_EQ(menu[0], QVariantList({AudiosTab, 1}));
   EXPECT_TRUE(window.Menu->isVisible());
