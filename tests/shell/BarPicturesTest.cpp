@@ -7,18 +7,11 @@
 
 namespace {
 
-bool HasOpaquePixels(const QImage& image) {
+int OpaquePixels(const QImage& image) {
+  int count = 0;
   for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (qAlpha(image.pixel(x, y)) == 255) return true;
-  return false;
-}
-
-bool IsBlank(const QImage& image) {
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (qAlpha(image.pixel(x, y)) != 0) return false;
-  return true;
+    for (int x = 0; x < image.width(); ++x) count += qAlpha(image.pixel(x, y)) == 255;
+  return count;
 }
 
 QColor At(const QString& name, int sizePixels, qreal ratio, int x, int y) {
@@ -42,12 +35,12 @@ TEST(BarPictures, EveryButtonHasItsPictureAtBothSizesAndRatios) {
         const QPixmap picture = BarPicture(name, size, ratio);
         EXPECT_EQ(picture.size(), QSize(size, size) * ratio);
         EXPECT_EQ(picture.devicePixelRatio(), ratio);
-        EXPECT_TRUE(HasOpaquePixels(picture.toImage()));
+        EXPECT_GT(OpaquePixels(picture.toImage()), 0);
       }
 
   const QPixmap none = BarPicture("noSuchButton", 23, 2.0);
   EXPECT_EQ(none.size(), QSize(46, 46));
-  EXPECT_TRUE(IsBlank(none.toImage()));
+  EXPECT_EQ(OpaquePixels(none.toImage()), 0);
 }
 
 TEST(BarPictures, PicturesShowTheirColoursWhereExpected) {

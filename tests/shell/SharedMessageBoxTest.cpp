@@ -9,11 +9,6 @@ TEST(SharedMessageBox, MadeOnceInTheProgramsLookAndReleasedAtTheClose) {
   ASSERT_NE(box, nullptr);
   EXPECT_EQ(App().MsgBox, box);
 
-  EXPECT_EQ(box->BackColorBody(), 0xFFFFFFu);
-  EXPECT_TRUE(box->GradientPaint());
-  EXPECT_EQ(box->HeadingType(), 1);
-  EXPECT_TRUE(box->Moveable());
-  EXPECT_EQ(box->TextAlignment(), 2);
   EXPECT_EQ(box->DefaultTitle(), "Vistrel");
   EXPECT_EQ(box->StartUpPosition(), 1);
 
