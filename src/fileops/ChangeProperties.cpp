@@ -20,6 +20,7 @@
 #include "fileops/PropertyRules.h"
 #include "fileops/RenameRules.h"
 #include "platform/FileTimes.h"
+#include "fileops/WindowKeys.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
 
@@ -46,14 +47,6 @@ constexpr int InsideHeight = ButtonTop + ButtonHeight + 180;
 QRect PixelsOf(int left, int top, int width, int height) {
   return QRect(twips::ToPixels(left), twips::ToPixels(top), twips::ToPixels(width),
                twips::ToPixels(height));
-}
-
-// The keys that the window takes before the control with the focus sees
-// them: those of the shared key routine.
-bool IsWindowKey(int keyCode, int shift) {
-  if (keyCode == keys::Escape) return true;
-  if (keyCode >= keys::F1 && keyCode <= keys::F1 + 9) return true;
-  return keyCode == keys::KeyA + ('F' - 'A') && shift == keys::CtrlMask;
 }
 
 // Whole seconds: the pickers show no more, and that is what is set.
@@ -261,13 +254,7 @@ bool ChangeProperties::eventFilter(QObject* watched, QEvent* event) {
       return true;
     }
     // Enter takes the window's values; on a button it presses that button.
-    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-      if (auto* button = qobject_cast<QPushButton*>(watched))
-        button->click();
-      else
-        OKButton_Click();
-      return true;
-    }
+    if (EnterPressesButtonOrOk(watched, key, [this] { OKButton_Click(); })) return true;
   }
   return QWidget::eventFilter(watched, event);
 }

@@ -21,12 +21,12 @@
 #include "fileops/DirectoryPlacement.h"
 #include "fileops/FolderTreeView.h"
 #include "fileops/NameCharacters.h"
+#include "fileops/WindowKeys.h"
 #include "platform/KeyCodes.h"
 #include "platform/SystemMessage.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
 #include "core/WindowRegistry.h"
-
 
 namespace {
 
@@ -64,14 +64,6 @@ QSize BrowserSizeTwips() {
   QWidget* browser = Windows().Find(WindowId::Thumbnails);
   if (!browser || !browser->isVisible()) return QSize();
   return QSize(twips::FromPixels(browser->width()), twips::FromPixels(browser->height()));
-}
-
-// The keys that the window takes before the control with the focus sees
-// them: those of the shared key routine.
-bool IsWindowKey(int keyCode, int shift) {
-  if (keyCode == keys::Escape) return true;
-  if (keyCode >= keys::F1 && keyCode <= keys::F1 + 9) return true;
-  return keyCode == keys::KeyA + ('F' - 'A') && shift == keys::CtrlMask;
 }
 
 }  // namespace
@@ -119,15 +111,7 @@ ChooseDirectory::ChooseDirectory(QWidget* parent)
   connect(cancelButton, &QPushButton::clicked, this, &ChooseDirectory::cancelButton_Click);
   // What the user types or pastes into the name box loses the characters
   // that a file name may not hold; a name put there by the program stays.
-  connect(NewFile, &QLineEdit::textEdited, this, [this](const QString& edited) {
-    int cursor = NewFile->cursorPosition();
-    const QString kept = DropInsertedNameCharacters(nameBefore_, edited, cursor);
-    if (kept != edited) {
-      NewFile->setText(kept);
-      NewFile->setCursorPosition(cursor);
-    }
-    nameBefore_ = kept;
-  });
+  KeepFileNameCharacters(NewFile, nameBefore_, DropInsertedNameCharacters);
 
   for (QWidget* control :
        std::initializer_list<QWidget*>{FolderTree, NewFile, OKButton, cancelButton})
@@ -249,13 +233,7 @@ bool ChooseDirectory::eventFilter(QObject* watched, QEvent* event) {
     if (HandleWindowKey(key)) return true;
     // Enter takes the folder from the tree and the name box; on a button
     // it presses that button.
-    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-      if (auto* button = qobject_cast<QPushButton*>(watched))
-        button->click();
-      else
-        OKButton_Click();
-      return true;
-    }
+    if (EnterPressesButtonOrOk(watched, key, [this] { OKButton_Click(); })) return true;
   }
   return QWidget::eventFilter(watched, event);
 }

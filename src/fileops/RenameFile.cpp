@@ -19,6 +19,7 @@
 #include "core/WindowRegistry.h"
 #include "fileops/PopupPlacement.h"
 #include "fileops/RenameRules.h"
+#include "fileops/WindowKeys.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
 
@@ -48,14 +49,6 @@ int TextTwips(const QWidget* widget, const QString& text) {
   return twips::FromPixels(widget->fontMetrics().horizontalAdvance(text));
 }
 
-// The keys that the window takes before the control with the focus sees
-// them: its own F-keys and those of the shared key routine.
-bool IsWindowKey(int keyCode, int shift) {
-  if (keyCode == keys::Escape) return true;
-  if (keyCode >= keys::F1 && keyCode <= F10) return true;
-  return keyCode == keys::KeyA + ('F' - 'A') && shift == keys::CtrlMask;
-}
-
 }  // namespace
 
 RenameFile::RenameFile(QWidget* parent)
@@ -83,15 +76,7 @@ RenameFile::RenameFile(QWidget* parent)
   connect(cancelButton, &QPushButton::clicked, this, &RenameFile::cancelButton_Click);
   // What the user types or pastes loses the characters that a file name
   // may not hold; the name put there by the window stays as it is.
-  connect(NewFile, &QLineEdit::textEdited, this, [this](const QString& edited) {
-    int cursor = NewFile->cursorPosition();
-    const QString kept = DropInsertedRenameCharacters(nameBefore_, edited, cursor);
-    if (kept != edited) {
-      NewFile->setText(kept);
-      NewFile->setCursorPosition(cursor);
-    }
-    nameBefore_ = kept;
-  });
+  KeepFileNameCharacters(NewFile, nameBefore_, DropInsertedRenameCharacters);
   for (QWidget* control : std::initializer_list<QWidget*>{NewFile, OKButton, cancelButton})
     control->installEventFilter(this);
 
@@ -260,13 +245,7 @@ bool RenameFile::eventFilter(QObject* watched, QEvent* event) {
     auto* key = static_cast<QKeyEvent*>(event);
     if (HandleWindowKey(keys::KeyCode(key), keys::ShiftOf(key))) return true;
     // Enter renames; on a button it presses that button.
-    if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
-      if (auto* button = qobject_cast<QPushButton*>(watched))
-        button->click();
-      else
-        OKButton_Click();
-      return true;
-    }
+    if (EnterPressesButtonOrOk(watched, key, [this] { OKButton_Click(); })) return true;
   }
   return QWidget::eventFilter(watched, event);
 }
