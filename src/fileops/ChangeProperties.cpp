@@ -55,7 +55,7 @@ QTime WholeSeconds(const QTime& time) { return QTime(time.hour(), time.minute(),
 }  // namespace
 
 ChangeProperties::ChangeProperties(QWidget* parent)
-    : QWidget(parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
+    : PassingWindow(Id, parent, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowCloseButtonHint),
       chkReadOnly(new TransCheck(this)),
       chkArchive(new TransCheck(this)),
       chkHidden(new TransCheck(this)),
@@ -226,24 +226,6 @@ void ChangeProperties::ApplyHidden() {
 
 void ChangeProperties::cancelButton_Click() { Unload(); }
 
-void ChangeProperties::Unload() {
-  if (Windows().Find(Id) == this)
-    Windows().Unload(Id);
-  else
-    close();
-}
-
-void ChangeProperties::Form_Deactivate() {
-  if (!activated_ || closed_) return;
-  Unload();
-}
-
-bool ChangeProperties::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate) activated_ = true;
-  if (event->type() == QEvent::WindowDeactivate) Form_Deactivate();
-  return QWidget::event(event);
-}
-
 bool ChangeProperties::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::KeyPress) {
     auto* key = static_cast<QKeyEvent*>(event);
@@ -261,19 +243,6 @@ bool ChangeProperties::eventFilter(QObject* watched, QEvent* event) {
 
 void ChangeProperties::keyPressEvent(QKeyEvent* event) {
   HandleCommonKey(this, keys::KeyCode(event), keys::ShiftOf(event), false, false);
-}
-
-void ChangeProperties::closeEvent(QCloseEvent* event) {
-  event->accept();
-  if (closed_) return;
-  closed_ = true;
-  Windows().Closed(this);
-}
-
-void ChangeProperties::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  // The light part of the gradient only, so that the texts stay legible.
-  PaintFormGradient(painter, QSize(width(), height() * 3), 255, 255, 255, 1);
 }
 
 ChangeProperties* ShowChangeProperties(const QString& path, int leftTwips, int topTwips,

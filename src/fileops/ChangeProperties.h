@@ -18,6 +18,8 @@
 #include <QString>
 #include <QWidget>
 
+#include "fileops/PassingWindow.h"
+
 #include "core/WindowRoles.h"
 
 class QDateEdit;
@@ -26,7 +28,7 @@ class QPushButton;
 class QTimeEdit;
 class TransCheck;
 
-class ChangeProperties : public QWidget {
+class ChangeProperties : public PassingWindow {
   Q_OBJECT
  public:
   static constexpr WindowId Id = WindowId::ChangeProperties;
@@ -70,28 +72,20 @@ class ChangeProperties : public QWidget {
   void cancelButton_Click();
 
  protected:
-  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
-  void paintEvent(QPaintEvent* event) override;
 
  private:
   // Places the controls and makes the captions of the three times; once,
   // as the window does not change its size.
   void BuildLayout();
-  // Clicking elsewhere cancels: the window goes when it loses the focus.
-  void Form_Deactivate();
   // Hides or shows the file by its name when the Hidden box was changed;
   // the browser's entry and the data file follow.
   void ApplyHidden();
-  void Unload();
 
   QString path_;
   bool hiddenRenames_ = false;
   bool wasHidden_ = false;
-  bool activated_ = false;
-  bool closed_ = false;
 };
 
 // Loads the window if need be, fills it from the file and shows it at the

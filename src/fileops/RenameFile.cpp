@@ -52,7 +52,7 @@ int TextTwips(const QWidget* widget, const QString& text) {
 }  // namespace
 
 RenameFile::RenameFile(QWidget* parent)
-    : QWidget(parent, Qt::Dialog | Qt::FramelessWindowHint),
+    : PassingWindow(Id, parent, Qt::Dialog | Qt::FramelessWindowHint),
       Label1(new QLabel("New file name:", this)),
       NewFile(new QLineEdit(this)),
       Extension(new QLabel(QString::fromLatin1(InitialRenameExtension), this)),
@@ -188,35 +188,17 @@ bool RenameFile::Tell(const QString& text) {
   MsgBoxEnhanced* box = App().MsgBox;
   if (!box) return true;
   QPointer<RenameFile> self(this);
-  askingUser_ = true;
+  SetAskingUser(true);
   box->MsgBox(text);
   if (!self) return false;
-  askingUser_ = false;
-  return !closed_;
-}
-
-void RenameFile::Unload() {
-  if (Windows().Find(Id) == this)
-    Windows().Unload(Id);
-  else
-    close();
+  SetAskingUser(false);
+  return !Closed();
 }
 
 void RenameFile::UnloadViewersIfPending() {
   if (App().PendingFile.isEmpty()) return;
   for (WindowId viewer : {WindowId::SingleImage, WindowId::SingleAudio, WindowId::SingleVideo})
     Windows().Unload(viewer);
-}
-
-void RenameFile::Form_Deactivate() {
-  if (!activated_ || askingUser_ || closed_) return;
-  Unload();
-}
-
-bool RenameFile::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate) activated_ = true;
-  if (event->type() == QEvent::WindowDeactivate) Form_Deactivate();
-  return QWidget::event(event);
 }
 
 bool RenameFile::HandleWindowKey(int keyCode, int shift) {
@@ -254,17 +236,9 @@ void RenameFile::keyPressEvent(QKeyEvent* event) {
   HandleWindowKey(keys::KeyCode(event), keys::ShiftOf(event));
 }
 
-void RenameFile::closeEvent(QCloseEvent* event) {
-  event->accept();
-  if (closed_) return;
-  closed_ = true;
-  Windows().Closed(this);
-}
-
-void RenameFile::paintEvent(QPaintEvent*) {
+void RenameFile::paintEvent(QPaintEvent* event) {
+  PassingWindow::paintEvent(event);
   QPainter painter(this);
-  // The light part of the gradient only, so that the texts stay legible.
-  PaintFormGradient(painter, QSize(width(), height() * 3), 255, 255, 255, 1);
   // Without a frame of its own the strip needs an edge to stand out from
   // the cells beneath it.
   painter.setPen(App().ColorDarkGrey);

@@ -19,13 +19,15 @@
 #include <QString>
 #include <QWidget>
 
+#include "fileops/PassingWindow.h"
+
 #include "core/WindowRoles.h"
 
 class QLabel;
 class QLineEdit;
 class QPushButton;
 
-class RenameFile : public QWidget {
+class RenameFile : public PassingWindow {
   Q_OBJECT
  public:
   static constexpr WindowId Id = WindowId::RenameFile;
@@ -49,17 +51,12 @@ class RenameFile : public QWidget {
   void cancelButton_Click();
 
  protected:
-  bool event(QEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void closeEvent(QCloseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
 
  private:
   void Form_Load();
-  // Clicking elsewhere cancels: the window goes when it loses the focus,
-  // unless it is asking the user something.
-  void Form_Deactivate();
   // Sizes the box to the name and lays out the strip at its place.
   void Layout();
   // Keys that belong to the window rather than to the control they were
@@ -68,16 +65,12 @@ class RenameFile : public QWidget {
   // Shows a message while the window stays up; false when the window went
   // away meanwhile.
   bool Tell(const QString& text);
-  void Unload();
   // A viewer that asked for the rename of its own file closes afterwards.
   static void UnloadViewersIfPending();
 
   int tab_ = 1;
   int wantedLeft_ = 0, wantedTop_ = 0;
   QString nameBefore_;  // the box before the user's last edit
-  bool activated_ = false;
-  bool askingUser_ = false;
-  bool closed_ = false;
 };
 
 // Loads the rename window afresh and shows it (see above); the window.
