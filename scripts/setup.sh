@@ -16,6 +16,7 @@ PACKAGES=(
   libpulse-dev pulseaudio pulseaudio-utils pavucontrol
   libvips-tools imagemagick
   xvfb xauth openbox xdotool
+  gifsicle sox libjpeg-turbo-progs
 )
 
 missing=()

@@ -154,6 +154,10 @@ class Thumbnails : public QWidget, public BrowserCommands {
   // (what the rename and properties windows ask).
   void RefreshCurrentTooltip() override;
   void CurrentEntryRenamed(const QString& entry) override;
+  // What a viewer walking a tab's list asks of the cells.
+  void HighlightItem(int tab, qint32 index) override;
+  void MarkItemDeleted(int tab, qint32 index) override;
+  void FocusCurrentItem() override;
   // The cell of the current item of a tab is removed: a picture cell shows
   // the deleted mark, a name reads "(Deleted)", and the tooltip goes.
   void MarkCurrentDeleted(int tab);

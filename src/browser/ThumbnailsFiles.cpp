@@ -76,3 +76,22 @@ void Thumbnails::MarkCurrentDeleted(int tab) {
     if (tab != PicturesTab) Name(tab, cell)->setToolTip(QString());
   }
 }
+
+void Thumbnails::HighlightItem(int tab, qint32 index) {
+  App().Current(tab) = index;
+  if (tab == currentTab_ && CurrentCell(Tab(tab), index) >= 0) ShowHighlight(tab);
+}
+
+void Thumbnails::MarkItemDeleted(int tab, qint32 index) {
+  const int cell = CurrentCell(Tab(tab), index);
+  if (cell < 0) return;
+  if (tab == PicturesTab) {
+    pictures_.MarkDeleted(cell);
+  } else if (QLabel* name = Name(tab, cell)) {
+    name->setText("(Deleted)");
+    name->setToolTip(QString());
+  }
+  if (QWidget* widget = Cell(tab, cell)) widget->setToolTip(QString());
+}
+
+void Thumbnails::FocusCurrentItem() { FocusCurrentCell(); }

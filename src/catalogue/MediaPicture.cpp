@@ -151,6 +151,20 @@ bool LoadMediaPicture(const QString& path, QImage& picture, const QSize& fitInto
   return DecodeMediaPicture(path, picture, fitInto) == DecodeOutcome::Decoded;
 }
 
+QSize MediaPictureSize(const QString& path) {
+  PrepareDecoders();
+  QImageReader reader(path);
+  reader.setDecideFormatFromContent(true);
+  if (!reader.canRead()) return QSize();
+  const QByteArray format = reader.format();
+  if (format == "ico" || format == "cur" || format == "mng") return QSize();
+  reader.setAutoTransform(true);
+  const QSize stored = reader.size();
+  if (!stored.isValid() || stored.isEmpty()) return QSize();
+  const bool turned = reader.transformation() & QImageIOHandler::TransformationRotate90;
+  return turned ? stored.transposed() : stored;
+}
+
 bool IsDefiniteFailure(DecodeOutcome outcome) { return outcome == DecodeOutcome::NotAPicture; }
 
 DecodeOutcome DecodeMediaPicture(const QString& path, QImage& picture, const QSize& fitInto,

@@ -26,5 +26,11 @@ DecodeOutcome DecodeMediaPicture(const QString& path, QImage& picture, const QSi
 // stays as it is: the decoder read it and refused it.
 bool IsDefiniteFailure(DecodeOutcome outcome);
 
+// The size the picture has when decoded whole and shown upright, read from
+// the file's header without decoding it; an invalid size when the header
+// does not tell (a metafile, an animated network graphic, a paintbrush
+// picture, a file that is no picture).
+QSize MediaPictureSize(const QString& path);
+
 // The marker picture shown for a file that cannot be decoded.
 const QImage& InvalidImagePicture();

@@ -79,6 +79,9 @@ struct AppState : BrowserSession {
   bool ShuttingDown = false;
   bool CloseRefused = false;
   bool QuickExit = false;
+  // A slideshow is on: the picture viewer stands on Background without its
+  // buttons, and the slideshow controller decides what comes next.
+  bool SlideshowRunning = false;
 
   qint32 MainClientHeight = 0, MainClientWidth = 0;
   qint32 TitleBarHeight = 0;

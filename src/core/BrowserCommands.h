@@ -1,7 +1,8 @@
 #pragma once
 // What other windows may ask of the browser: switching the wheel of its
 // scroll bars off while they take over the screen and back on afterwards,
-// the tooltip of its current item read anew, and the current item renamed.
+// the tooltip of its current item read anew, the current item renamed, and
+// what a viewer that walks a tab's list asks of the cells.
 // The browser offers it through the window registry; without a browser each
 // call does nothing.
 
@@ -20,6 +21,15 @@ class BrowserCommands {
   // The current item of the current tab was renamed: its list entry
   // becomes `entry` and its cell, name and tooltip follow.
   virtual void CurrentEntryRenamed(const QString& entry) = 0;
+  // Item `index` of the tab becomes its current item; when it stands on the
+  // page shown, its cell takes the highlight. The focus stays where it is
+  // and the page does not change (turning a page closes the viewers).
+  virtual void HighlightItem(int tab, qint32 index) = 0;
+  // The cell of item `index`, when it stands on the page shown, shows the
+  // deleted mark and loses its tooltip.
+  virtual void MarkItemDeleted(int tab, qint32 index) = 0;
+  // The cell of the current item of the tab in front takes the focus.
+  virtual void FocusCurrentItem() = 0;
 };
 
 // The loaded browser's commands; nullptr when no browser is loaded.

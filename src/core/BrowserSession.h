@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
+#include <algorithm>
 #include <array>
 
 // Tabs are numbered as they stand: 1 Pictures, 2 Videos, 3 Audios,
@@ -42,6 +43,9 @@ class BrowserSession {
   const QStringList& List(int tab) const { return tabs_[Slot(tab)].Files; }
   qint32& Current(int tab) { return tabs_[Slot(tab)].Current; }
   qint32 Current(int tab) const { return tabs_[Slot(tab)].Current; }
+  // The number of files listed on a tab: the list without its scratch
+  // element. Deleted entries ("") still count.
+  qint32 Count(int tab) const { return qint32(std::max<qsizetype>(List(tab).size() - 1, 0)); }
   // Entry `index` of a tab's list; "" outside the list.
   QString Entry(int tab, qint32 index) const;
   // Whether entry `index` is a file to act on: inside the list and not "".

@@ -28,6 +28,22 @@ class FileWindow {
   virtual void GetData(const QString& path) = 0;
 };
 
+// A viewer that shows the file the rename window has just renamed: it takes
+// the new path, its title and description follow.
+class RenamedFileViewer {
+ public:
+  virtual ~RenamedFileViewer() = default;
+  virtual void FileRenamed(const QString& newPath) = 0;
+};
+
+// The picture viewer: the main window's refit asks it to fit its picture to
+// the largest size its window now allows.
+class PictureRefit {
+ public:
+  virtual ~PictureRefit() = default;
+  virtual void RefitPicture() = 0;
+};
+
 // Loads the window (or takes the loaded one) and shows it, modeless; the
 // window, or nullptr when it is not part of the program.
 QWidget* ShowWindow(WindowId id);

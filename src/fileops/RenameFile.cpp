@@ -17,6 +17,7 @@
 #include "core/BrowserCommands.h"
 #include "core/CommonKeys.h"
 #include "core/WindowRegistry.h"
+#include "core/WindowShow.h"
 #include "fileops/PopupPlacement.h"
 #include "fileops/RenameRules.h"
 #include "fileops/WindowKeys.h"
@@ -168,9 +169,11 @@ void RenameFile::OKButton_Click() {
     if (app.PendingFile.isEmpty()) {
       if (BrowserCommands* browser = TheBrowserCommands())
         browser->CurrentEntryRenamed(RenamedListEntry(NewFile->text(), Extension->text()));
-      // An open viewer of the renamed item takes the new path, the name in
-      // its title, its description and tooltip here, once the viewers are
-      // part of the program.
+      // An open picture viewer of the renamed item takes the new path, the
+      // name in its title, its description and tooltip.
+      if (tab_ == PicturesTab && error == 0)
+        if (auto* viewer = dynamic_cast<RenamedFileViewer*>(Windows().Find(WindowId::SingleImage)))
+          viewer->FileRenamed(app.TargetFile);
     }
   }
 

@@ -34,6 +34,16 @@ void BrowserArea::AddBrowser(QWidget* browser) {
   browserWindow_ = AddFixedSubWindow(area_, browser);
 }
 
+void BrowserArea::AddViewer(QWidget* window) {
+  QMdiSubWindow* sub = area_->addSubWindow(window, Qt::SubWindow | Qt::WindowTitleHint |
+                                                       Qt::WindowSystemMenuHint |
+                                                       Qt::WindowMinMaxButtonsHint |
+                                                       Qt::WindowCloseButtonHint);
+  sub->setAttribute(Qt::WA_DeleteOnClose);
+  sub->setWindowTitle(window->windowTitle());
+  sub->setWindowIcon(window->windowIcon());
+}
+
 void BrowserArea::Forget() {
   barWindow_ = nullptr;
   browserWindow_ = nullptr;

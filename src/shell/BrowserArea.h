@@ -21,6 +21,8 @@ class BrowserArea {
   void AddBar(QWidget* bar);
   void AddBrowser(QWidget* browser);
   QMdiSubWindow* BrowserWindow() const { return browserWindow_; }
+  // Adds a viewer as a movable, sizable sub-window with its title bar.
+  void AddViewer(QWidget* window);
   // Forgets both, at the close.
   void Forget();
 

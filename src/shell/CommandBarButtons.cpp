@@ -22,6 +22,7 @@
 #include "shell/MainForm.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
+#include "core/WindowShow.h"
 #include "system/MixerModule.h"
 
 using namespace commandbar;
@@ -182,10 +183,7 @@ void CommandBar::sortButton_Click() {
 
 void CommandBar::magnifierButton_Click() {
   ReleaseFocus();
-  if (QWidget* magnifier = Windows().Find(WindowId::Magnifier)) {
-    magnifier->show();
-    magnifier->raise();
-  }
+  ShowWindow(WindowId::Magnifier);
 }
 
 void CommandBar::optionsButton_Click() {

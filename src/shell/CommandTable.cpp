@@ -23,7 +23,7 @@ using C = CommandBar;
 //
 // Disabled at the start are the buttons whose windows are not part of the
 // program yet (the album selection, the file search, the selection and sort
-// options, the options, the magnifier and the tutorial) and the CD tray's,
+// options, the options and the tutorial) and the CD tray's,
 // which come with the CD access. The main window's first-run watch enables
 // the tutorial's button once the tutorial can run.
 constexpr std::array<CommandRow, BarButtonCount> Rows{{
@@ -53,7 +53,7 @@ constexpr std::array<CommandRow, BarButtonCount> Rows{{
      &C::alarmButton_Click},
     {B::paintButton, "paintButton", P::BottomRow, 5, S::Enabled, &C::paintButton,
      &C::paintButton_Click},
-    {B::magnifierButton, "magnifierButton", P::BottomRow, 5, S::Disabled, &C::magnifierButton,
+    {B::magnifierButton, "magnifierButton", P::BottomRow, 5, S::Enabled, &C::magnifierButton,
      &C::magnifierButton_Click},
     {B::internetButton, "internetButton", P::BottomRow, 8, S::Hidden, &C::internetButton, nullptr},
     {B::optionsButton, "optionsButton", P::BottomRow, 6, S::Disabled, &C::optionsButton,

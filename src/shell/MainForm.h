@@ -12,6 +12,7 @@
 
 #include "shell/MainPosition.h"
 
+#include "core/ViewerHost.h"
 #include "core/WindowRoles.h"
 
 class BrowserArea;
@@ -21,7 +22,7 @@ class QMdiSubWindow;
 class QScreen;
 class SizeForm;
 
-class MainForm : public QMainWindow {
+class MainForm : public QMainWindow, public ViewerHost {
   Q_OBJECT
  public:
   static constexpr WindowId Id = WindowId::MainForm;
@@ -73,9 +74,13 @@ class MainForm : public QMainWindow {
   void RefitSingleImage();
   void RefitSingleVideo();
 
-  // Fits the picture viewer's picture to its largest size again; the
-  // picture viewer sets it when it joins the program.
-  std::function<void()> RefitPicture;
+  // Where the viewers stand (sub-windows placed from the browser's corner).
+  void AddViewer(QWidget* window) override;
+  QRect ViewerRect(QWidget* window) override;
+  void SetViewerRect(QWidget* window, const QRect& twipsRect) override;
+  int BrowserWidthTwips() const override;
+  int BrowserHeightTwips() const override;
+  QRect MainOuterTwips() const override { return OuterTwips(); }
 
   // Members of the window.
   bool FirstTimerRun = true;

@@ -4,8 +4,11 @@
 #include <QScreen>
 #include <algorithm>
 
+#include "browser/PageGeometry.h"
 #include "core/AppState.h"
+#include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
+#include "core/WindowShow.h"
 #include "platform/Twips.h"
 #include "shell/BrowserArea.h"
 #include "shell/MainForm.h"
@@ -98,7 +101,22 @@ void MainForm::SizeForms(QWidget* window) { browserArea_->SizeForms(window); }
 void MainForm::RefitSingleImage() {
   // The picture viewer sizes its own picture control: to its largest size,
   // unless it shows an animated picture, and the picture with it.
-  if (Windows().IsLoaded(WindowId::SingleImage) && RefitPicture) RefitPicture();
+  if (auto* viewer = dynamic_cast<PictureRefit*>(Windows().Find(WindowId::SingleImage))) viewer->RefitPicture();
+}
+
+void MainForm::AddViewer(QWidget* window) { browserArea_->AddViewer(window); }
+
+QRect MainForm::ViewerRect(QWidget* window) { return browserArea_->RectInBrowser(FrameOf(window)); }
+
+void MainForm::SetViewerRect(QWidget* window, const QRect& twipsRect) {
+  browserArea_->SetRectInBrowser(FrameOf(window), twipsRect);
+}
+
+int MainForm::BrowserWidthTwips() const { return browserArea_->BrowserWidthTwips(); }
+
+int MainForm::BrowserHeightTwips() const {
+  if (const QWidget* browser = Windows().Find(WindowId::Thumbnails)) return twips::FromPixels(browser->height());
+  return App().MainClientHeight - pagegeometry::CommandBarStrip;
 }
 
 void MainForm::RefitSingleVideo() {

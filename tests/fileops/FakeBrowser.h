@@ -15,6 +15,13 @@ class FakeBrowser : public QWidget, public BrowserCommands {
   void ResumeMouseWheel() override {}
   void RefreshCurrentTooltip() override { Calls << "RefreshCurrentTooltip"; }
   void CurrentEntryRenamed(const QString& entry) override { Calls << "CurrentEntryRenamed " + entry; }
+  void HighlightItem(int tab, qint32 index) override {
+    Calls << QString("HighlightItem %1 %2").arg(tab).arg(index);
+  }
+  void MarkItemDeleted(int tab, qint32 index) override {
+    Calls << QString("MarkItemDeleted %1 %2").arg(tab).arg(index);
+  }
+  void FocusCurrentItem() override { Calls << "FocusCurrentItem"; }
 
   QStringList Calls;
 };

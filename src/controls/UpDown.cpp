@@ -1,0 +1,37 @@
+#include "controls/UpDown.h"
+
+#include <QToolButton>
+#include <algorithm>
+
+UpDown::UpDown(QWidget* parent) : QWidget(parent), up_(new QToolButton(this)), down_(new QToolButton(this)) {
+  up_->setObjectName("Up");
+  down_->setObjectName("Down");
+  up_->setArrowType(Qt::UpArrow);
+  down_->setArrowType(Qt::DownArrow);
+  for (QToolButton* button : {up_, down_}) {
+    button->setAutoRepeat(true);
+    button->setFocusPolicy(Qt::NoFocus);
+  }
+  connect(up_, &QToolButton::clicked, this, [this] { Step(1); });
+  connect(down_, &QToolButton::clicked, this, [this] { Step(-1); });
+}
+
+void UpDown::SetValue(int value) { value_ = std::clamp(value, min_, max_); }
+
+void UpDown::SetRange(int min, int max) {
+  min_ = min;
+  max_ = std::max(min, max);
+  value_ = std::clamp(value_, min_, max_);
+}
+
+void UpDown::Step(int by) {
+  const int before = value_;
+  SetValue(value_ + by);
+  if (value_ != before) emit Change();
+}
+
+void UpDown::resizeEvent(QResizeEvent*) {
+  const int half = height() / 2;
+  up_->setGeometry(0, 0, width(), half);
+  down_->setGeometry(0, half, width(), height() - half);
+}
