@@ -43,6 +43,12 @@ QImage Reduced(const QImage& image, const QSize& fitInto) {
                       Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
+// A palette or one-bit picture in true colour, so that it scales smoothly.
+QImage FullColour(const QImage& image) {
+  if (image.isNull() || image.depth() >= 24) return image;
+  return image.convertToFormat(image.hasAlphaChannel() ? QImage::Format_ARGB32 : QImage::Format_RGB32);
+}
+
 // An icon or cursor file holds several entries: the largest is shown.
 QImage ReadLargestEntry(QImageReader& reader) {
   QImage best;
@@ -78,12 +84,18 @@ QImage ReadWith(QImageReader& reader, const QSize& fitInto) {
       reader.setScaledSize(QSize((stored.width() + 7) / 8, (stored.height() + 7) / 8));
       return Reduced(reader.read(), fitInto);
     }
+    // A palette or one-bit picture would be scaled in its palette (into
+    // noise, for a two-colour one): it is read whole and reduced in full
+    // colour.
+    if (const QImage::Format stored = reader.imageFormat();
+        stored == QImage::Format_Mono || stored == QImage::Format_MonoLSB || stored == QImage::Format_Indexed8)
+      return Reduced(FullColour(reader.read()), fitInto);
     reader.setScaledSize(wanted);
     return reader.read();
   }
   // Without a stored size (an animated network graphic, say) the picture
   // is decoded whole and reduced afterwards.
-  return Reduced(reader.read(), fitInto);
+  return Reduced(FullColour(reader.read()), fitInto);
 }
 
 // Raster pictures: the content decides the format; the extension is the

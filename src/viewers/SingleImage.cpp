@@ -8,6 +8,8 @@
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QStyle>
+#include <QStyleOptionTitleBar>
 #include <QLineEdit>
 #include <QMdiSubWindow>
 #include <QMovie>
@@ -220,7 +222,20 @@ QRect SingleImage::FrameTwips() const {
 
 void SingleImage::SetFrameTwips(const QRect& t) {
   QWidget* frame = FrameOf(this);
-  const int extraHeight = (frame != this ? frame->height() : frameGeometry().height()) - height();
+  int extraHeight = frameGeometry().height() - height();
+  if (frame != this) {
+    if (frame->isVisible()) {
+      extraHeight = frame->height() - height();
+    } else {
+      // Before the frame is up its inside is not laid out: its title bar
+      // and lower edge are reckoned from its style.
+      QStyleOptionTitleBar options;
+      options.initFrom(frame);
+      options.titleBarFlags = frame->windowFlags();
+      extraHeight = frame->style()->pixelMetric(QStyle::PM_TitleBarHeight, &options, frame) +
+                    frame->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, frame);
+    }
+  }
   const int outerHeight = t.height() - App().TitleBarHeight + twips::FromPixels(extraHeight);
   if (ViewerHost* host = TheViewerHost(); host && frame != this) {
     host->SetViewerRect(this, QRect(t.topLeft(), QSize(t.width(), outerHeight)));

@@ -116,6 +116,21 @@ TEST_F(MediaPictureTest, ExifOrientationTurnsThePhotograph) {
   EXPECT_EQ(picture.size(), QSize(9, 12));
 }
 
+TEST_F(MediaPictureTest, TwoColourPictureReducesInItsColours) {
+  // A one-bit palette picture, reduced, keeps its colours (not a dither).
+  QImage mono(300, 200, QImage::Format_Mono);
+  mono.setColorTable({qRgb(255, 0, 0), qRgb(0, 0, 255)});
+  mono.fill(0);
+  const QString path = testenv::Root() + "/two colours.png";
+  ASSERT_TRUE(mono.save(path));
+  QImage picture;
+  ASSERT_TRUE(LoadMediaPicture(path, picture, QSize(96, 96)));
+  EXPECT_EQ(picture.size(), QSize(96, 64));
+  ExpectColour(picture, 5, 5, kRed, "reduced", 10);
+  ExpectColour(picture, 90, 60, kRed, "reduced", 10);
+  EXPECT_EQ(MediaPictureSize(path), QSize(300, 200));
+}
+
 TEST_F(MediaPictureTest, FullSizeDecodingTakesLargePhotographs) {
   // 6000x5600 decodes into 134 MB, above the readers' usual ceiling.
   QImage big(6000, 5600, QImage::Format_RGB888);
