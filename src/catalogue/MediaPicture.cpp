@@ -88,8 +88,15 @@ QImage ReadWith(QImageReader& reader, const QSize& fitInto) {
     // noise, for a two-colour one): it is read whole and reduced in full
     // colour.
     if (const QImage::Format stored = reader.imageFormat();
-        stored == QImage::Format_Mono || stored == QImage::Format_MonoLSB || stored == QImage::Format_Indexed8)
-      return Reduced(FullColour(reader.read()), fitInto);
+        stored == QImage::Format_Mono || stored == QImage::Format_MonoLSB || stored == QImage::Format_Indexed8) {
+      QImage whole = reader.read();
+      // A big one first comes down to twice the box in its own colours
+      // (nearest pixels keep them), so that full colour never costs much.
+      const QSize twice = (fitInto * 2).boundedTo(whole.size());
+      if (!whole.isNull() && (whole.width() > twice.width() || whole.height() > twice.height()))
+        whole = whole.scaled(twice, Qt::KeepAspectRatio, Qt::FastTransformation);
+      return Reduced(FullColour(whole), fitInto);
+    }
     reader.setScaledSize(wanted);
     return reader.read();
   }

@@ -222,13 +222,18 @@ void SingleImage::renameButton_Click() {
   if (Pending.isEmpty()) app.CurrentPicture() = PictureIndex;
   app.SourceFile = app.Entry(PicturesTab, PictureIndex);
   const QRect frame = ClientTwips();
-  const int top = frame.top() + 930;
-  RenameFile* rename = ShowRenameFile(PicturesTab, frame.left() + 60, top);
-  if (!rename || !Pending.isEmpty()) return;
-  // The name box lies over the name in the description.
-  const int boxLeft = twips::FromPixels(rename->NewFile->x());
-  const int labelLeft = twips::FromPixels(DescriptionLabel->x());
-  rename->Display(PicturesTab, frame.left() + labelLeft + DescriptionWidth - boxLeft, top);
+  RenameFile* rename = ShowRenameFile(PicturesTab, frame.left() + 60, frame.top() + 930);
+  if (!rename) return;
+  // The name box lies over the name in the description: its line, and in a
+  // list the place where the name begins.
+  QWidget* main = Windows().Find(WindowId::MainForm);
+  const QPoint label = DescriptionLabel->mapToGlobal(QPoint(0, 0)) -
+                       (main && main->isVisible() ? main->mapToGlobal(QPoint(0, 0)) : QPoint(0, 0));
+  const QRect box = rename->NewFile->geometry();
+  const int top = twips::FromPixels(label.y() + (DescriptionLabel->height() - box.height()) / 2 - box.y());
+  const int left = Pending.isEmpty() ? twips::FromPixels(label.x()) + DescriptionWidth - twips::FromPixels(box.x())
+                                     : frame.left() + 60;
+  rename->Display(PicturesTab, left, top);
 }
 
 void SingleImage::FileRenamed(const QString& newPath) {
@@ -244,7 +249,6 @@ void SingleImage::FileRenamed(const QString& newPath) {
     description_ = description_.left(colon + 6) + GetBaseName(newPath);
   else if (description_.startsWith(" File: "))
     description_ = " File: " + newPath;
-  DescriptionWidth = twips::FromPixels(DescriptionLabel->fontMetrics().horizontalAdvance(description_));
   ShowDescription();
   if (App().ShowPopupData) Picture1->setToolTip(Picture1->toolTip().replace(oldName, GetBaseName(newPath)));
 }

@@ -93,13 +93,14 @@ void SingleImage::LoadImage() {
   if (!Pending.isEmpty()) {
     description = " File: " + Pending;
   } else {
-    description = " " + Format(PictureIndex + 1, "##,##0") + " of " + Format(count, "##,##0") +
-                  " files    Name: " + (app.AlbumMode ? GetBaseName(entry) : entry);
+    description = " " + Format(PictureIndex + 1, "##,##0") + " of " + Format(count, "##,##0") + " files    Name: ";
+    // The name begins where this text ends: the rename window's box goes there.
+    DescriptionWidth = twips::FromPixels(DescriptionLabel->fontMetrics().horizontalAdvance(description));
+    description += app.AlbumMode ? GetBaseName(entry) : entry;
     if (!app.SlideshowRunning)
       if (BrowserCommands* browser = TheBrowserCommands()) browser->HighlightItem(PicturesTab, PictureIndex);
   }
   description_ = description;
-  DescriptionWidth = twips::FromPixels(DescriptionLabel->fontMetrics().horizontalAdvance(description));
 
   CurrentFile = EntryPath(PictureIndex);
   Extension = GetFileExtension(CurrentFile).toLower().left(3);

@@ -200,7 +200,11 @@ void SlideshowController::NumberBox1_Change() {
   settings::SaveSetting("SlideshowDelay", QString::number(int(NumberBox1->Value().toDouble())));
   const int typed = int(NumberBox1->Value().toDouble());
   if (typed > UpDown1->Max()) {
+    // Shown as the limit; the setting keeps what was typed.
+    loaded_ = false;
     NumberBox1->SetValue(QString::number(UpDown1->Max()));
+    loaded_ = true;
+    UpDown1->SetValue(UpDown1->Max());
     return;
   }
   UpDown1->SetValue(typed);

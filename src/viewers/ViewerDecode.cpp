@@ -1,5 +1,6 @@
 #include "viewers/ViewerDecode.h"
 
+#include <QFileInfo>
 #include <QImageReader>
 #include <QtConcurrent/QtConcurrentRun>
 
@@ -45,11 +46,19 @@ void PictureAhead::Start(const QString& path, const QString& room, ShownBox boxF
   if (path == path_ && room == room_ && future_.isValid()) return;
   path_ = path;
   room_ = room;
+  const QFileInfo file(path);
+  modified_ = file.lastModified();
+  size_ = file.exists() ? file.size() : -1;
   future_ = QtConcurrent::run([path, boxFor = std::move(boxFor)] { return DecodeForViewer(path, boxFor); });
 }
 
 std::optional<ViewerPicture> PictureAhead::Take(const QString& path, const QString& room) {
   if (!future_.isValid() || path != path_ || room != room_) return std::nullopt;
+  const QFileInfo file(path);
+  if (!file.exists() || file.size() != size_ || file.lastModified() != modified_) {
+    Forget();
+    return std::nullopt;
+  }
   ViewerPicture picture = future_.result();
   Forget();
   return picture;

@@ -4,6 +4,7 @@
 // their natural size, which the window's arithmetic needs. The next picture
 // of the walk can be decoded ahead on a worker, so that it shows at once.
 
+#include <QDateTime>
 #include <QFuture>
 #include <QImage>
 #include <QSize>
@@ -50,5 +51,9 @@ class PictureAhead {
 
  private:
   QString path_, room_;
+  // The file as it was when its decode began: a file changed or removed
+  // since is decoded again.
+  QDateTime modified_;
+  qint64 size_ = -1;
   QFuture<ViewerPicture> future_;
 };

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QTest>
 
 #include "controls/Button.h"
@@ -18,6 +19,7 @@
 #include "core/Statements.h"
 #include "core/WindowRegistry.h"
 #include "fileops/DeleteVerify.h"
+#include "controls/NumberBox.h"
 #include "fileops/FakeBrowser.h"
 #include "shell/SharedMessageBox.h"
 #include "support/MessageBoxAnswer.h"
@@ -27,7 +29,9 @@
 #include "viewers/PictureHolder.h"
 #include "viewers/PictureWalk.h"
 #include "viewers/SingleImage.h"
+#include "viewers/SlideshowController.h"
 #include "viewers/SlideshowOrder.h"
+#include "viewers/ViewerWindows.h"
 
 namespace {
 
@@ -250,6 +254,87 @@ TEST_F(SingleImageTest, ABigPhotographIsDecodedAtTheSizeShown) {
   // 20993 twips are 1399 pixels: the decoder gave no more than that.
   EXPECT_EQ(viewer->Picture1->Picture().size(), QSize(1399, 933));
   EXPECT_TRUE(viewer->slideshowButton->isEnabled() == false);
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(SingleImageTest, SlideshowChangesAtTheDelayAndPutsThePictureBack) {
+  for (const char* name : {"a.png", "b.png", "c.png"}) Picture(name);
+  List({"a.png", "", "b.png", "c.png"}, 2);
+  settings::SaveSetting("SlideshowDelay", "2");
+  RegisterViewerWindows();
+  auto* show = new SlideshowController;
+  show->Timer1.stop();  // the test's own clock ticks it
+  auto* viewer = Windows().Get<SingleImage>();
+  ASSERT_NE(viewer, nullptr);
+  EXPECT_TRUE(App().SlideshowRunning);
+  EXPECT_FALSE(viewer->nextButton->isVisible());
+  show->Timer1_Timer();
+  EXPECT_EQ(viewer->PictureIndex, 2);
+  show->Timer1_Timer();
+  EXPECT_EQ(viewer->PictureIndex, 3);
+  show->Timer1.stop();
+  show->Timer1_Timer();
+  show->Timer1_Timer();
+  // Round to the first, passing over the removed entry.
+  EXPECT_EQ(viewer->PictureIndex, 0);
+  show->Timer1.stop();
+
+  // A delay typed above the limit is kept as typed and shown as the limit.
+  show->NumberBox1->SetValue("75");
+  EXPECT_EQ(settings::GetSetting("SlideshowDelay"), "75");
+  EXPECT_EQ(show->NumberBox1->Value(), "60");
+  EXPECT_EQ(show->Delay(), 60);
+
+  App().CurrentPicture() = 0;
+  show->stopButton->click();
+  EXPECT_EQ(App().CurrentPicture(), 2);
+  EXPECT_TRUE(QTest::qWaitFor([] { return !App().SlideshowRunning; }));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SingleImage));
+  EXPECT_FALSE(Windows().IsLoaded(WindowId::SlideshowController));
+}
+
+}  // namespace
+
+namespace {
+
+TEST_F(SingleImageTest, BadPicturesShowTheMarkerAndTheWindowStays) {
+  Picture("a.png");
+  Picture("b.png");
+  // 20000 x 20000 pixels of two colours: 50 MB as it is stored.
+  QImage huge(20000, 20000, QImage::Format_Mono);
+  huge.setColorTable({qRgb(0, 128, 0), qRgb(255, 255, 255)});
+  huge.fill(0);
+  ASSERT_TRUE(huge.save(folder_ + "/huge.png"));
+  huge = QImage();
+  testenv::MakeFile(folder_ + "/cut.jpg", QByteArray("\xFF\xD8\xFF\xE0", 4));
+  List({"a.png", "b.png", "cut.jpg", "huge.png"}, 0);
+  SingleImage* viewer = Open();
+  // Deleted behind the viewer's back.
+  QFile::remove(folder_ + "/b.png");
+  QTest::mouseClick(viewer->nextButton, Qt::LeftButton);
+  EXPECT_EQ(Shown(viewer), " 2 of 4 files    Name: b.png");
+  EXPECT_FALSE(viewer->PictureValid);
+  QTest::mouseClick(viewer->nextButton, Qt::LeftButton);
+  EXPECT_EQ(Shown(viewer), " 3 of 4 files    Name: cut.jpg");
+  EXPECT_FALSE(viewer->PictureValid);
+  QTest::mouseClick(viewer->nextButton, Qt::LeftButton);
+  // Too big to decode within the readers' ceiling: the marker, not a
+  // program out of memory.
+  EXPECT_EQ(Shown(viewer), " 4 of 4 files    Name: huge.png");
+  EXPECT_FALSE(viewer->PictureValid);
+  EXPECT_EQ(viewer->Picture1->Picture().size(), QSize(32, 32));
+  // Nothing of this copies or prints: the two messages say so.
+  QTest::mouseClick(viewer->previousButton, Qt::LeftButton);
+  QString said;
+  testenv::WhenMessageBoxShown([&said](MessageBox& box) {
+    said = box.MsgText->text();
+    QTest::keyClick(&box, Qt::Key_Return);
+  });
+  viewer->clipboardButton_Click();
+  EXPECT_EQ(said, "An invalid picture cannot be copied to the clipboard");
 }
 
 }  // namespace
