@@ -1,6 +1,8 @@
 #include "controls/UpDown.h"
 
 #include <QToolButton>
+
+#include "controls/NumberBox.h"
 #include <algorithm>
 
 UpDown::UpDown(QWidget* parent) : QWidget(parent), up_(new QToolButton(this)), down_(new QToolButton(this)) {
@@ -28,6 +30,19 @@ void UpDown::Step(int by) {
   const int before = value_;
   SetValue(value_ + by);
   if (value_ != before) emit Change();
+}
+
+void UpDown::StepNumberBox(NumberBox* box, int keyCode) const {
+  // 38 and 40: the arrow keys up and down.
+  if (keyCode != 38 && keyCode != 40) return;
+  const int typed = int(box->Value().toDouble());
+  box->SetValue(QString::number(std::clamp(typed + (keyCode == 38 ? 1 : -1), min_, max_)));
+}
+
+void UpDown::CopyToNumberBox(NumberBox* box) const {
+  box->SetValue(QString::number(std::clamp(value_, min_, max_)));
+  box->setFocus();
+  box->Highlight();
 }
 
 void UpDown::resizeEvent(QResizeEvent*) {

@@ -6,6 +6,7 @@
 
 #include <QWidget>
 
+class NumberBox;
 class QToolButton;
 
 class UpDown : public QWidget {
@@ -19,6 +20,12 @@ class UpDown : public QWidget {
   int Min() const { return min_; }
   int Max() const { return max_; }
   void SetRange(int min, int max);
+
+  // The number box beside the buttons, as its arrow keys and the buttons
+  // step it: one step within the limits, and past a limit the limit;
+  // a click's value goes into the box, selected.
+  void StepNumberBox(NumberBox* box, int keyCode) const;
+  void CopyToNumberBox(NumberBox* box) const;
 
   QToolButton* UpButton() const { return up_; }
   QToolButton* DownButton() const { return down_; }

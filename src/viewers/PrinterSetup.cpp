@@ -191,19 +191,10 @@ void PrinterSetup::NumberBox1_Change() {
 }
 
 void PrinterSetup::NumberBox1_KeyDown(int keyCode, int shift) {
-  if (shift != keys::NoShift || (keyCode != keys::Up && keyCode != keys::Down)) return;
-  // One step within the limits of the arrow buttons; past a limit, the limit.
-  const int step = keyCode == keys::Up ? 1 : -1;
-  const int value = std::clamp(WholeValue(NumberBox1) + step, UpDown1->Min(), UpDown1->Max());
-  NumberBox1->SetValue(QString::number(value));
+  if (shift == keys::NoShift) UpDown1->StepNumberBox(NumberBox1, keyCode);
 }
 
-void PrinterSetup::UpDown1_Change() {
-  const int value = std::clamp(UpDown1->Value(), UpDown1->Min(), UpDown1->Max());
-  NumberBox1->SetValue(QString::number(value));
-  NumberBox1->setFocus();
-  NumberBox1->Highlight();
-}
+void PrinterSetup::UpDown1_Change() { UpDown1->CopyToNumberBox(NumberBox1); }
 
 void PrinterSetup::showEvent(QShowEvent* event) {
   QDialog::showEvent(event);

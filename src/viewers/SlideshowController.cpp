@@ -211,17 +211,10 @@ void SlideshowController::NumberBox1_Change() {
 }
 
 void SlideshowController::NumberBox1_KeyDown(int keyCode, int shift) {
-  if (shift != keys::NoShift || (keyCode != keys::Up && keyCode != keys::Down)) return;
-  const int step = keyCode == keys::Up ? 1 : -1;
-  const int value = std::clamp(int(NumberBox1->Value().toDouble()) + step, UpDown1->Min(), UpDown1->Max());
-  NumberBox1->SetValue(QString::number(value));
+  if (shift == keys::NoShift) UpDown1->StepNumberBox(NumberBox1, keyCode);
 }
 
-void SlideshowController::UpDown1_Change() {
-  NumberBox1->SetValue(QString::number(std::clamp(UpDown1->Value(), UpDown1->Min(), UpDown1->Max())));
-  NumberBox1->setFocus();
-  NumberBox1->Highlight();
-}
+void SlideshowController::UpDown1_Change() { UpDown1->CopyToNumberBox(NumberBox1); }
 
 void SlideshowController::RandomOrder_Click() {
   if (!loaded_) return;
