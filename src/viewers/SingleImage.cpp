@@ -294,6 +294,9 @@ void SingleImage::showEvent(QShowEvent* event) {
 }
 
 void SingleImage::FrameStateChanged(Qt::WindowStates was, Qt::WindowStates now) {
+  // Minimised, the window shows the file's name.
+  if ((now ^ was) & Qt::WindowMinimized)
+    FrameOf(this)->setWindowTitle(now & Qt::WindowMinimized ? GetBaseName(CurrentFile) : " Picture Viewer");
   if ((now & Qt::WindowActive) && !(was & Qt::WindowActive)) Form_Activate();
 }
 
