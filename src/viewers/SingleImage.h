@@ -170,7 +170,6 @@ class SingleImage : public QWidget, public MediaViewer, public RenamedFileViewer
   void CopyOrMove(const QString& word);
   void RemoveCurrentPicture(bool moved);
   void StepTo(const struct WalkStep& step);
-  QRect ClientTwips() const;
   void CloseViewer();
   QRect FrameTwips() const;
   void SetFrameTwips(const QRect& twipsRect);

@@ -17,16 +17,14 @@
 #include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
 #include "core/WindowShow.h"
-#include "fileops/ChangeProperties.h"
-#include "fileops/ChooseDirectory.h"
 #include "fileops/FileOperations.h"
-#include "fileops/RenameFile.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/Twips.h"
 #include "viewers/PictureHolder.h"
 #include "viewers/PictureWalk.h"
 #include "viewers/SendMail.h"
 #include "viewers/SingleImage.h"
+#include "viewers/ViewerFiles.h"
 
 namespace {
 
@@ -116,28 +114,9 @@ void SingleImage::lastButton_Click() {
 // ---- Copy, move, delete ------------------------------------------------------------
 
 void SingleImage::CopyOrMove(const QString& word) {
-  AppState& app = App();
-  app.SourceFile = CurrentFile;
-  app.OperationFileName = GetBaseName(CurrentFile);
-  app.ChosenFolder = Pending.isEmpty() ? app.LastTargetFolder : app.SearchResultFolder;
-  const bool move = word == "Move";
-  for (;;) {
-    ChooseDirectoryWait(app.ChosenFolder, word);
-    ResumeMouseWheel();
-    if (app.DirectoryCancelled) return;
-    app.LastTargetFolder = app.ChosenFolder;
-    app.TargetFile = JoinPath(app.ChosenFolder, app.OperationFileName);
-    if (app.TargetFile == app.SourceFile) {
-      if (move) return;
-    } else {
-      CopyMediaFile(app.SourceFile, app.TargetFile);
-    }
-    if (app.ReplaceAnswer != 7) break;
-  }
-  if (!move || app.TargetFile == app.SourceFile) return;
-  // A copy that failed or came out short keeps the source where it was.
-  if (!LastCopyComplete()) return;
-  RemoveCurrentPicture(true);
+  const AppState& app = App();
+  if (CopyThroughChooser(CurrentFile, word, Pending.isEmpty() ? app.LastTargetFolder : app.SearchResultFolder))
+    RemoveCurrentPicture(true);
 }
 
 void SingleImage::copyButton_Click() { CopyOrMove("Copy"); }
@@ -202,38 +181,12 @@ void SingleImage::RemoveCurrentPicture(bool moved) {
 
 // ---- Rename and properties ---------------------------------------------------------
 
-QRect SingleImage::ClientTwips() const {
-  // The window's outer rectangle in twips of the main window's client area,
-  // where the rename and properties windows are placed.
-  QWidget* frame = FrameOf(const_cast<SingleImage*>(this));
-  QPoint origin(0, 0);
-  if (QWidget* main = Windows().Find(WindowId::MainForm); main && main->isVisible())
-    origin = main->mapToGlobal(QPoint(0, 0));
-  const QPoint corner = (frame->isWindow() ? frame->frameGeometry().topLeft()
-                                           : frame->mapToGlobal(QPoint(0, 0))) - origin;
-  const QSize size = frame->isWindow() ? frame->frameGeometry().size() : frame->size();
-  return QRect(twips::FromPixels(corner.x()), twips::FromPixels(corner.y()), twips::FromPixels(size.width()),
-               twips::FromPixels(size.height()));
-}
-
 void SingleImage::renameButton_Click() {
   AppState& app = App();
   app.PendingFile = Pending;
   if (Pending.isEmpty()) app.CurrentPicture() = PictureIndex;
   app.SourceFile = app.Entry(PicturesTab, PictureIndex);
-  const QRect frame = ClientTwips();
-  RenameFile* rename = ShowRenameFile(PicturesTab, frame.left() + 60, frame.top() + 930);
-  if (!rename) return;
-  // The name box lies over the name in the description: its line, and in a
-  // list the place where the name begins.
-  QWidget* main = Windows().Find(WindowId::MainForm);
-  const QPoint label = DescriptionLabel->mapToGlobal(QPoint(0, 0)) -
-                       (main && main->isVisible() ? main->mapToGlobal(QPoint(0, 0)) : QPoint(0, 0));
-  const QRect box = rename->NewFile->geometry();
-  const int top = twips::FromPixels(label.y() + (DescriptionLabel->height() - box.height()) / 2 - box.y());
-  const int left = Pending.isEmpty() ? twips::FromPixels(label.x()) + DescriptionWidth - twips::FromPixels(box.x())
-                                     : frame.left() + 60;
-  rename->Display(PicturesTab, left, top);
+  ShowRenameOver(PicturesTab, this, DescriptionLabel, DescriptionWidth, !Pending.isEmpty());
 }
 
 void SingleImage::FileRenamed(const QString& newPath) {
@@ -253,23 +206,7 @@ void SingleImage::FileRenamed(const QString& newPath) {
   if (App().ShowPopupData) Picture1->setToolTip(Picture1->toolTip().replace(oldName, GetBaseName(newPath)));
 }
 
-void SingleImage::propertiesButton_Click() {
-  QWidget* frame = FrameOf(this);
-  if (frame->windowState() & Qt::WindowMaximized) frame->setWindowState(Qt::WindowNoState);
-  auto* window = Windows().Get<ChangeProperties>();
-  if (!window) window = new ChangeProperties(Windows().Find(WindowId::MainForm));
-  window->GetData(CurrentFile, ChangeProperties::HiddenBox::ShowOnly);
-  const QSize size = window->OuterSizeTwips();
-  const QRect client = ClientTwips();
-  const int buttonBottom = twips::FromPixels(propertiesButton->mapTo(frame, QPoint(0, propertiesButton->height())).y());
-  int left = client.right() - size.width();
-  int top = client.top() + buttonBottom;
-  // Kept inside the main window.
-  const AppState& app = App();
-  if (app.MainClientWidth > 0) left = std::clamp(left, 0, std::max(app.MainClientWidth - size.width(), 0));
-  if (app.MainClientHeight > 0) top = std::clamp(top, 0, std::max(app.MainClientHeight - size.height(), 0));
-  window->Display(left, top);
-}
+void SingleImage::propertiesButton_Click() { ShowPropertiesBelow(this, propertiesButton, CurrentFile); }
 
 // ---- Clipboard, print, e-mail, target, paint, slideshow ---------------------------
 
