@@ -37,6 +37,7 @@
 #include "viewers/AniGif.h"
 #include "viewers/PictureHolder.h"
 #include "viewers/SingleImageLayout.h"
+#include "viewers/ViewerFrame.h"
 #include "viewers/PictureWalk.h"
 
 namespace {
@@ -201,50 +202,9 @@ void SingleImage::Form_Load() {
   LoadImage();
 }
 
-// The window's rectangle as its arithmetic sees it: the frame's place and
-// width, and a height of the inside plus the main window's title bar, so
-// that the picture gets the room reckoned for it whatever the height of
-// the frame's own title bar.
-QRect SingleImage::FrameTwips() const {
-  auto* self = const_cast<SingleImage*>(this);
-  QWidget* frame = FrameOf(self);
-  QRect outer;
-  if (ViewerHost* host = TheViewerHost(); host && frame != self) {
-    outer = host->ViewerRect(self);
-  } else {
-    const QRect r = frameGeometry();
-    outer = QRect(twips::FromPixels(r.x()), twips::FromPixels(r.y()), twips::FromPixels(r.width()),
-                  twips::FromPixels(r.height()));
-  }
-  outer.setHeight(twips::FromPixels(height()) + App().TitleBarHeight);
-  return outer;
-}
+QRect SingleImage::FrameTwips() const { return ViewerFrameTwips(this); }
 
-void SingleImage::SetFrameTwips(const QRect& t) {
-  QWidget* frame = FrameOf(this);
-  int extraHeight = frameGeometry().height() - height();
-  if (frame != this) {
-    if (frame->isVisible()) {
-      extraHeight = frame->height() - height();
-    } else {
-      // Before the frame is up its inside is not laid out: its title bar
-      // and lower edge are reckoned from its style.
-      QStyleOptionTitleBar options;
-      options.initFrom(frame);
-      options.titleBarFlags = frame->windowFlags();
-      extraHeight = frame->style()->pixelMetric(QStyle::PM_TitleBarHeight, &options, frame) +
-                    frame->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, frame);
-    }
-  }
-  const int outerHeight = t.height() - App().TitleBarHeight + twips::FromPixels(extraHeight);
-  if (ViewerHost* host = TheViewerHost(); host && frame != this) {
-    host->SetViewerRect(this, QRect(t.topLeft(), QSize(t.width(), outerHeight)));
-    return;
-  }
-  const QSize extra = frameGeometry().size() - size();
-  move(twips::ToPixels(t.x()), twips::ToPixels(t.y()));
-  resize((QSize(twips::ToPixels(t.width()), twips::ToPixels(outerHeight)) - extra).expandedTo(QSize(1, 1)));
-}
+void SingleImage::SetFrameTwips(const QRect& t) { SetViewerFrameTwips(this, t); }
 
 bool SingleImage::IsMaximised() const {
   return FrameOf(const_cast<SingleImage*>(this))->windowState() & Qt::WindowMaximized;

@@ -73,13 +73,8 @@ void ShowRenameOver(int tab, const QWidget* viewer, const QLabel* description, i
   rename->Display(tab, left, top);
 }
 
-void ShowPropertiesBelow(QWidget* viewer, const QWidget* button, const QString& path) {
+QPoint BesideButtonTwips(QWidget* viewer, const QWidget* button, QSize size) {
   QWidget* frame = FrameOf(viewer);
-  if (frame->windowState() & Qt::WindowMaximized) frame->setWindowState(Qt::WindowNoState);
-  auto* window = Windows().Get<ChangeProperties>();
-  if (!window) window = new ChangeProperties(Windows().Find(WindowId::MainForm));
-  window->GetData(path, ChangeProperties::HiddenBox::ShowOnly);
-  const QSize size = window->OuterSizeTwips();
   const QRect client = ClientTwipsOf(viewer);
   const int buttonBottom = twips::FromPixels(button->mapTo(frame, QPoint(0, button->height())).y());
   int left = client.right() - size.width();
@@ -87,5 +82,15 @@ void ShowPropertiesBelow(QWidget* viewer, const QWidget* button, const QString& 
   const AppState& app = App();
   if (app.MainClientWidth > 0) left = std::clamp(left, 0, std::max(app.MainClientWidth - size.width(), 0));
   if (app.MainClientHeight > 0) top = std::clamp(top, 0, std::max(app.MainClientHeight - size.height(), 0));
-  window->Display(left, top);
+  return QPoint(left, top);
+}
+
+void ShowPropertiesBelow(QWidget* viewer, const QWidget* button, const QString& path) {
+  QWidget* frame = FrameOf(viewer);
+  if (frame->windowState() & Qt::WindowMaximized) frame->setWindowState(Qt::WindowNoState);
+  auto* window = Windows().Get<ChangeProperties>();
+  if (!window) window = new ChangeProperties(Windows().Find(WindowId::MainForm));
+  window->GetData(path, ChangeProperties::HiddenBox::ShowOnly);
+  const QPoint place = BesideButtonTwips(viewer, button, window->OuterSizeTwips());
+  window->Display(place.x(), place.y());
 }

@@ -3,7 +3,9 @@
 // through the folder chooser, and placing the rename and properties
 // windows over them.
 
+#include <QPoint>
 #include <QRect>
+#include <QSize>
 #include <QString>
 
 class QLabel;
@@ -27,6 +29,10 @@ QRect ClientTwipsOf(const QWidget* window);
 void ShowRenameOver(int tab, const QWidget* viewer, const QLabel* description, int nameLeftTwips,
                     bool singleFile);
 
-// Opens the properties of the file left of the viewer's right edge and
-// below the button, kept inside the main window.
+// Where a window of the given outer size (twips) opens beside a viewer's
+// button: left of the viewer's right edge and below the button, kept inside
+// the main window; in twips of the main window's client area.
+QPoint BesideButtonTwips(QWidget* viewer, const QWidget* button, QSize outerTwips);
+
+// Opens the properties of the file there.
 void ShowPropertiesBelow(QWidget* viewer, const QWidget* button, const QString& path);
