@@ -17,6 +17,7 @@ PACKAGES=(
   libvips-tools imagemagick
   xvfb xauth openbox xdotool
   gifsicle sox libjpeg-turbo-progs
+  libmpv-dev libfluidsynth-dev timgm6mb-soundfont ffmpeg id3v2 eyed3
 )
 
 missing=()

@@ -1,6 +1,7 @@
 // Vistrel's entry point.
 #include <QApplication>
 
+#include "cd/TagWindows.h"
 #include "shell/Main.h"
 #include "viewers/ViewerWindows.h"
 
@@ -8,5 +9,6 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("Vistrel");
   RegisterViewerWindows();
+  RegisterTagWindows();
   return Main(application);
 }

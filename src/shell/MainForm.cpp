@@ -10,6 +10,7 @@
 
 #include "browser/Thumbnails.h"
 #include "catalogue/MediaTypes.h"
+#include "cd/Mp3Tags.h"
 #include "core/AppState.h"
 #include "core/DataFile.h"
 #include "core/Settings.h"
@@ -129,8 +130,7 @@ bool MainForm::MDIForm_Load() {
 
   CreateSharedMsgBox();
   FillMediaTables();
-  // The genre table of the tag editor is filled by the tag editor's own
-  // module when it arrives.
+  FillGenreTable();
 
   app.ShowPopupData = settings::GetInt("ShowPopupData", 1) == 1;
   app.ShowPopupHelp = settings::GetInt("ShowPopupHelp", 1) == 1;
