@@ -2,6 +2,7 @@
 
 #include "core/WindowRegistry.h"
 #include "viewers/Magnifier.h"
+#include "viewers/PlayerViewer.h"
 #include "viewers/PrinterSetup.h"
 #include "viewers/SingleImage.h"
 #include "viewers/SlideshowController.h"
@@ -18,6 +19,14 @@ void RegisterViewerWindows() {
   // A viewer that found nothing to show has closed while loading.
   windows.SetLoader(WindowId::SingleImage, []() -> QWidget* {
     auto* viewer = new SingleImage;
+    return viewer->Closing() ? nullptr : viewer;
+  });
+  windows.SetLoader(WindowId::SingleAudio, []() -> QWidget* {
+    auto* viewer = new SingleAudio;
+    return viewer->Closing() ? nullptr : viewer;
+  });
+  windows.SetLoader(WindowId::SingleVideo, []() -> QWidget* {
+    auto* viewer = new SingleVideo;
     return viewer->Closing() ? nullptr : viewer;
   });
   windows.SetLoader(WindowId::SlideshowController, [] { return new SlideshowController(MainWindow()); });

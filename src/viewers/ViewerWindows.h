@@ -1,6 +1,7 @@
 #pragma once
 // The viewers join the program: the window registry learns how to make the
-// picture viewer, the slideshow, target practice, printing and the
-// magnifier, so that the browser and the command bar can open them.
+// picture, audio and video viewers, the slideshow, target practice,
+// printing and the magnifier, so that the browser and the command bar can
+// open them.
 
 void RegisterViewerWindows();
