@@ -223,6 +223,8 @@ void PlayerViewer::LoadMedia() {
   CurrentFile = EntryPath(Index);
 
   BeforeLoad();
+  // The file that plays stops first, so that the new one starts from the top.
+  Player->StopPlay();
   Player->SetFileName(CurrentFile);
   QCoreApplication::processEvents();
   if (closing_) {

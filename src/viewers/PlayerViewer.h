@@ -141,6 +141,7 @@ class PlayerViewer : public QWidget, public MediaViewer {
   void Slider1_Scroll(int value);
   void Player_PlayStateChange(int state);
   void ReleaseFileForWriting();
+  void TakeFileBackAfter(QWidget* window);
   void CopyOrMove(const QString& word);
   void RemoveCurrentFile(bool moved);
   bool EntryPasses() const;

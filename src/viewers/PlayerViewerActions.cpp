@@ -213,9 +213,20 @@ void PlayerViewer::ReleaseFileForWriting() {
   fileLent_ = true;
 }
 
+void PlayerViewer::TakeFileBackAfter(QWidget* window) {
+  // The window that works on the file has gone: the file plays again as it
+  // did. (The main window comes back active with this window still the
+  // active sub-window, so no activation says so.)
+  if (!window) return;
+  connect(window, &QObject::destroyed, this, [this] {
+    if (fileLent_ && !closing_) Form_Activate();
+  });
+}
+
 void PlayerViewer::propertiesButton_Click() {
   ReleaseFileForWriting();
   ShowPropertiesBelow(this, propertiesButton, CurrentFile);
+  TakeFileBackAfter(Windows().Find(WindowId::ChangeProperties));
 }
 
 void PlayerViewer::tagButton_Click() {
@@ -228,6 +239,7 @@ void PlayerViewer::tagButton_Click() {
   const QPoint place = BesideButtonTwips(this, tagButton, outer);
   MoveToClientTwips(window, place.x(), place.y());
   ShowWindow(WindowId::ChangeMP3);
+  TakeFileBackAfter(window);
 }
 
 // ---- Keys ----------------------------------------------------------------------------
