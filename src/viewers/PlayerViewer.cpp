@@ -9,8 +9,6 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMdiSubWindow>
-#include <QPainter>
-#include <QSvgRenderer>
 
 #include "catalogue/FileInfoText.h"
 #include "catalogue/MediaTypes.h"
@@ -73,24 +71,6 @@ constexpr ButtonText ButtonTexts[] = {
 };
 constexpr int TopButtonCount = 12;
 
-QPixmap ButtonPicture(const QString& name, qreal ratio) {
-  const int side = 20;
-  QPixmap pixmap(QSize(side, side) * ratio);
-  pixmap.setDevicePixelRatio(ratio);
-  pixmap.fill(Qt::transparent);
-  QSvgRenderer picture(":/viewer/" + name + ".svg");
-  if (picture.isValid()) {
-    QPainter painter(&pixmap);
-    picture.render(&painter, QRectF(0, 0, side, side));
-  }
-  return pixmap;
-}
-
-QRect Pixels(int left, int top, int width, int height) {
-  return QRect(twips::ToPixels(left), twips::ToPixels(top), std::max(twips::ToPixels(width), 1),
-               std::max(twips::ToPixels(height), 1));
-}
-
 }  // namespace
 
 PlayerViewer::PlayerViewer(const Kind& kind, QWidget* parent)
@@ -108,7 +88,7 @@ void PlayerViewer::MakeControls() {
   for (const ButtonText& b : ButtonTexts) {
     auto* button = new Button(this);
     button->setObjectName(b.Name);
-    button->SetPicture(ButtonPicture(b.Name, ratio));
+    button->SetPicture(ViewerButtonPicture(b.Name, ratio));
     buttons_.append(button);
   }
   Button** fields[] = {&firstButton, &previousButton, &nextButton,   &lastButton,    &playlistButton,
@@ -330,13 +310,13 @@ void PlayerViewer::PlayFinished() {
 void PlayerViewer::LayOut() {
   const int width = twips::FromPixels(this->width());
   for (int i = 0; i < TopButtonCount; ++i)
-    buttons_[i]->setGeometry(Pixels(45 + i * ButtonSize, RowTop, ButtonSize, ButtonSize));
-  DescriptionLabel->setGeometry(Pixels(60, DescriptionTop, std::max(width - 120, 300), 225));
-  Slider1->setGeometry(Pixels(45, SliderTop, std::max(width - 90, 600), 255));
+    buttons_[i]->setGeometry(TwipsRect(45 + i * ButtonSize, RowTop, ButtonSize, ButtonSize));
+  DescriptionLabel->setGeometry(TwipsRect(60, DescriptionTop, std::max(width - 120, 300), 225));
+  Slider1->setGeometry(TwipsRect(45, SliderTop, std::max(width - 90, 600), 255));
   for (int i = TopButtonCount; i < buttons_.size(); ++i)
-    buttons_[i]->setGeometry(Pixels(45 + (i - TopButtonCount) * ButtonSize, TransportTop, ButtonSize, ButtonSize));
+    buttons_[i]->setGeometry(TwipsRect(45 + (i - TopButtonCount) * ButtonSize, TransportTop, ButtonSize, ButtonSize));
   const int checkLeft = 45 + (buttons_.size() - TopButtonCount) * ButtonSize + 120;
-  Check1->setGeometry(Pixels(checkLeft, TransportTop + 45, std::max(width - checkLeft - 45, 600), 285));
+  Check1->setGeometry(TwipsRect(checkLeft, TransportTop + 45, std::max(width - checkLeft - 45, 600), 285));
   if (!description_.isEmpty()) ShowDescription();
 }
 
@@ -344,7 +324,7 @@ void PlayerViewer::ResizeEverything() {
   LayOut();
   if (kind_.PlayerType == 0) {
     const int width = twips::FromPixels(this->width()) - 90;
-    Player->setGeometry(Pixels(45, PlayerTop, width, Player->HeightTwips()));
+    Player->setGeometry(TwipsRect(45, PlayerTop, width, Player->HeightTwips()));
   } else {
     Player->move(twips::ToPixels(45), twips::ToPixels(PlayerTop));
   }
@@ -363,13 +343,9 @@ void PlayerViewer::resizeEvent(QResizeEvent* event) {
 
 // ---- Window --------------------------------------------------------------------------
 
-bool PlayerViewer::IsMaximised() const {
-  return FrameOf(const_cast<PlayerViewer*>(this))->windowState() & Qt::WindowMaximized;
-}
+bool PlayerViewer::IsMaximised() const { return IsViewerMaximised(this); }
 
-bool PlayerViewer::IsMinimised() const {
-  return FrameOf(const_cast<PlayerViewer*>(this))->windowState() & Qt::WindowMinimized;
-}
+bool PlayerViewer::IsMinimised() const { return IsViewerMinimised(this); }
 
 void PlayerViewer::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
@@ -412,11 +388,7 @@ void PlayerViewer::Form_Activate() {
   }
 }
 
-void PlayerViewer::CloseViewer() {
-  QWidget* frame = FrameOf(this);
-  if (frame != this) frame->close();
-  close();
-}
+void PlayerViewer::CloseViewer() { CloseViewerFrame(this); }
 
 void PlayerViewer::closeEvent(QCloseEvent* event) {
   if (closing_) {

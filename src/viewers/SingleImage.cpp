@@ -14,7 +14,6 @@
 #include <QMdiSubWindow>
 #include <QMovie>
 #include <QScreen>
-#include <QSvgRenderer>
 
 #include "catalogue/FileInfoText.h"
 #include "catalogue/MediaPicture.h"
@@ -67,19 +66,6 @@ constexpr ButtonText ButtonTexts[] = {
     {"propertiesButton", "Properties", "Click here to view or change the properties of the current image file"},
 };
 
-QPixmap ButtonPicture(const QString& name, qreal ratio) {
-  const int side = 20;
-  QPixmap pixmap(QSize(side, side) * ratio);
-  pixmap.setDevicePixelRatio(ratio);
-  pixmap.fill(Qt::transparent);
-  QSvgRenderer picture(":/viewer/" + name + ".svg");
-  if (picture.isValid()) {
-    QPainter painter(&pixmap);
-    picture.render(&painter, QRectF(0, 0, side, side));
-  }
-  return pixmap;
-}
-
 }  // namespace
 
 using namespace singleimage;
@@ -100,7 +86,7 @@ void SingleImage::MakeControls() {
   for (const ButtonText& b : ButtonTexts) {
     auto* button = new Button(this);
     button->setObjectName(b.Name);
-    button->SetPicture(ButtonPicture(b.Name, ratio));
+    button->SetPicture(ViewerButtonPicture(b.Name, ratio));
     buttons_.append(button);
   }
   firstButton = buttons_[0];
@@ -206,13 +192,9 @@ QRect SingleImage::FrameTwips() const { return ViewerFrameTwips(this); }
 
 void SingleImage::SetFrameTwips(const QRect& t) { SetViewerFrameTwips(this, t); }
 
-bool SingleImage::IsMaximised() const {
-  return FrameOf(const_cast<SingleImage*>(this))->windowState() & Qt::WindowMaximized;
-}
+bool SingleImage::IsMaximised() const { return IsViewerMaximised(this); }
 
-bool SingleImage::IsMinimised() const {
-  return FrameOf(const_cast<SingleImage*>(this))->windowState() & Qt::WindowMinimized;
-}
+bool SingleImage::IsMinimised() const { return IsViewerMinimised(this); }
 
 PictureRoom SingleImage::Room() const {
   const QRect frame = FrameTwips();
@@ -360,11 +342,7 @@ void SingleImage::keyPressEvent(QKeyEvent* event) {
   HandleCommonKey(this, code, shift, false, false);
 }
 
-void SingleImage::CloseViewer() {
-  QWidget* frame = FrameOf(this);
-  if (frame != this) frame->close();
-  close();
-}
+void SingleImage::CloseViewer() { CloseViewerFrame(this); }
 
 void SingleImage::closeEvent(QCloseEvent* event) {
   if (closing_) {

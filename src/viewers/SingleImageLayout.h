@@ -21,11 +21,6 @@ constexpr int PictureTop = 675;
 constexpr int SlideshowPictureTop = 240;
 constexpr int CaptionLabelWidth = 600;
 
-inline QRect Pixels(int left, int top, int width, int height) {
-  return QRect(twips::ToPixels(left), twips::ToPixels(top), std::max(twips::ToPixels(width), 1),
-               std::max(twips::ToPixels(height), 1));
-}
-
 // The box in device pixels a picture is decoded for: the size it is shown
 // at, reckoned on a worker from a copy of the window's room.
 inline QSize BoxFor(QSize natural, const PictureRoom& room, bool fullSize, qreal ratio) {

@@ -35,6 +35,7 @@
 #include "viewers/AniGif.h"
 #include "viewers/PictureHolder.h"
 #include "viewers/SingleImageLayout.h"
+#include "viewers/ViewerFrame.h"
 #include "viewers/PictureWalk.h"
 
 using namespace singleimage;
@@ -215,10 +216,10 @@ void SingleImage::LayOut() {
   const int width = twips::FromPixels(this->width());
   if (!slideshowLayout_) {
     for (int i = 0; i < buttons_.size(); ++i)
-      buttons_[i]->setGeometry(Pixels(ButtonLeft + i * ButtonSize, ButtonTop, ButtonSize, ButtonSize));
+      buttons_[i]->setGeometry(TwipsRect(ButtonLeft + i * ButtonSize, ButtonTop, ButtonSize, ButtonSize));
   }
   DescriptionLabel->setGeometry(
-      Pixels(60, slideshowLayout_ ? 0 : DescriptionTop, std::max(width - 120, 300), DescriptionHeight));
+      TwipsRect(60, slideshowLayout_ ? 0 : DescriptionTop, std::max(width - 120, 300), DescriptionHeight));
   PlacePictures();
   if (ShowCaptions) LayOutCaption();
   if (!description_.isEmpty()) ShowDescription();
@@ -228,7 +229,7 @@ void SingleImage::PlacePictures() {
   const int width = twips::FromPixels(this->width());
   const int top = slideshowLayout_ ? SlideshowPictureTop : PictureTop;
   const int left = std::max((width - PictureWidth) / 2, 0);
-  const QRect place = Pixels(left, top, PictureWidth, PictureHeight);
+  const QRect place = TwipsRect(left, top, PictureWidth, PictureHeight);
   Picture1->setGeometry(place);
   Picture2->setGeometry(place);
   Picture3->setGeometry(place);
@@ -242,8 +243,8 @@ void SingleImage::LayOutCaption() {
   // less 765 when the label's word is short.
   const int labelWidth = std::max(CaptionLabelWidth,
                                   twips::FromPixels(CaptionLabel->fontMetrics().horizontalAdvance(CaptionLabel->text())) + 60);
-  CaptionLabel->setGeometry(Pixels(60, labelTop, labelWidth, 225));
-  CaptionText->setGeometry(Pixels(60 + labelWidth, labelTop - 45, std::max(width - 120 - labelWidth, 600), 300));
+  CaptionLabel->setGeometry(TwipsRect(60, labelTop, labelWidth, 225));
+  CaptionText->setGeometry(TwipsRect(60 + labelWidth, labelTop - 45, std::max(width - 120 - labelWidth, 600), 300));
 }
 
 void SingleImage::PrepareForSlideshow() {

@@ -1,7 +1,9 @@
 #include "viewers/ViewerFrame.h"
 
+#include <QPainter>
 #include <QStyle>
 #include <QStyleOptionTitleBar>
+#include <QSvgRenderer>
 #include <QWidget>
 
 #include "core/AppState.h"
@@ -50,3 +52,35 @@ void SetViewerFrameTwips(QWidget* viewer, const QRect& t) {
   viewer->resize((QSize(twips::ToPixels(t.width()), twips::ToPixels(outerHeight)) - extra).expandedTo(QSize(1, 1)));
 }
 
+
+bool IsViewerMaximised(const QWidget* viewer) {
+  return FrameOf(const_cast<QWidget*>(viewer))->windowState() & Qt::WindowMaximized;
+}
+
+bool IsViewerMinimised(const QWidget* viewer) {
+  return FrameOf(const_cast<QWidget*>(viewer))->windowState() & Qt::WindowMinimized;
+}
+
+void CloseViewerFrame(QWidget* viewer) {
+  QWidget* frame = FrameOf(viewer);
+  if (frame != viewer) frame->close();
+  viewer->close();
+}
+
+QPixmap ViewerButtonPicture(const QString& name, qreal ratio) {
+  const int side = 20;
+  QPixmap pixmap(QSize(side, side) * ratio);
+  pixmap.setDevicePixelRatio(ratio);
+  pixmap.fill(Qt::transparent);
+  QSvgRenderer picture(":/viewer/" + name + ".svg");
+  if (picture.isValid()) {
+    QPainter painter(&pixmap);
+    picture.render(&painter, QRectF(0, 0, side, side));
+  }
+  return pixmap;
+}
+
+QRect TwipsRect(int left, int top, int width, int height) {
+  return QRect(twips::ToPixels(left), twips::ToPixels(top), std::max(twips::ToPixels(width), 1),
+               std::max(twips::ToPixels(height), 1));
+}
