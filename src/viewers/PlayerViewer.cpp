@@ -370,6 +370,9 @@ void PlayerViewer::FrameStateChanged(Qt::WindowStates was, Qt::WindowStates now)
 void PlayerViewer::Form_Activate() {
   AppState& app = App();
   app.CurrentForm = this;
+  // The keys come to the viewer: the button that fits the state has the focus.
+  if (!focusWidget() || !isAncestorOf(focusWidget()) || !focusWidget()->hasFocus())
+    (Player->PlayState() == 2 ? pauseButton : playButton)->setFocus();
   balloons_->Clear();
   if (app.ShowPopupHelp)
     for (int i = 0; i < buttons_.size(); ++i)
