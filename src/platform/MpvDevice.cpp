@@ -1,5 +1,6 @@
 #include "platform/MpvDevice.h"
 
+#include <cmath>
 #include <mpv/client.h>
 #include <mpv/render.h>
 
@@ -248,9 +249,18 @@ void MpvDevice::PlayFrom(qint64 fromMs, qint64 toMs) {
   const QByteArray end =
       player_->stopAtMs >= 0 ? QByteArray::number(player_->stopAtMs / 1000.0, 'f', 3) : QByteArray("none");
   mpv_set_property_string(player_->mpv, "end", end.constData());
-  const QByteArray target = QByteArray::number(qMax<qint64>(0, fromMs) / 1000.0, 'f', 3);
-  const char* seek[] = {"seek", target.constData(), "absolute+exact", nullptr};
-  mpv_command(player_->mpv, seek);
+  // A file that stands paused where it is to start plays from there: a seek
+  // would show the picture it already has once more after the next one.
+  double now = -1;
+  int paused = 0;
+  const bool there = mpv_get_property(player_->mpv, "time-pos", MPV_FORMAT_DOUBLE, &now) >= 0 &&
+                     mpv_get_property(player_->mpv, "pause", MPV_FORMAT_FLAG, &paused) >= 0 && paused &&
+                     std::abs(now * 1000.0 - double(qMax<qint64>(0, fromMs))) < 1.0;
+  if (!there) {
+    const QByteArray target = QByteArray::number(qMax<qint64>(0, fromMs) / 1000.0, 'f', 3);
+    const char* seek[] = {"seek", target.constData(), "absolute+exact", nullptr};
+    mpv_command(player_->mpv, seek);
+  }
   player_->SetPause(false);
 }
 

@@ -204,7 +204,7 @@ void PlayerViewer::LoadMedia() {
 
   BeforeLoad();
   // The file that plays stops first, so that the new one starts from the top.
-  Player->StopPlay();
+  if (Player->PlayState() == 1 || Player->PlayState() == 2) Player->StopPlay();
   Player->SetFileName(CurrentFile);
   QCoreApplication::processEvents();
   if (closing_) {
