@@ -1,6 +1,7 @@
 // Vistrel's entry point.
 #include <QApplication>
 
+#include "albums/AlbumWindows.h"
 #include "cd/TagWindows.h"
 #include "shell/Main.h"
 #include "viewers/ViewerWindows.h"
@@ -10,5 +11,6 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("Vistrel");
   RegisterViewerWindows();
   RegisterTagWindows();
+  RegisterAlbumWindows();
   return Main(application);
 }

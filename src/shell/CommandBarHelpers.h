@@ -24,7 +24,7 @@ inline void Say(const QString& prompt, qint16 style, const QString& title) {
 // Brings a loaded window forward and, as the bar's buttons do, to its
 // normal state.
 inline void ShowNormal(WindowId id) {
-  QWidget* window = Windows().Find(id);
+  QWidget* window = Windows().Load(id);
   if (!window) return;
   QWidget* frame = FrameOf(window);
   frame->showNormal();

@@ -22,8 +22,8 @@ using C = CommandBar;
 // hidden internetButton stands alone after them.
 //
 // Disabled at the start are the buttons whose windows are not part of the
-// program yet (the album selection, the file search, the selection and sort
-// options, the options and the tutorial) and the CD tray's,
+// program yet (the album selection, the file search, the options and the
+// tutorial) and the CD tray's,
 // which come with the CD access. The main window's first-run watch enables
 // the tutorial's button once the tutorial can run.
 constexpr std::array<CommandRow, BarButtonCount> Rows{{
@@ -45,7 +45,7 @@ constexpr std::array<CommandRow, BarButtonCount> Rows{{
      &C::albumButton_Click},
     {B::searchButton, "searchButton", P::BottomRow, 3, S::Disabled, &C::searchButton,
      &C::searchButton_Click},
-    {B::sortButton, "sortButton", P::BottomRow, 3, S::Disabled, &C::sortButton,
+    {B::sortButton, "sortButton", P::BottomRow, 3, S::Enabled, &C::sortButton,
      &C::sortButton_Click},
     {B::sleepButton, "sleepButton", P::BottomRow, 4, S::Enabled, &C::sleepButton,
      &C::sleepButton_Click},
