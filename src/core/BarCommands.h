@@ -46,6 +46,9 @@ class BarCommands {
   // The caption of the folder or album on display, as the bar shows it
   // (shortened to fit), without the trailing blank.
   virtual QString DirectoryCaption() const = 0;
+  // Shows a folder or an album as the one on display ("Folder:" or
+  // "Album:" and its name).
+  virtual void ShowOnDisplay(const QString& folderOrAlbum, bool album) = 0;
   virtual void StepVolume(int direction) = 0;
   virtual void ToggleMute() = 0;
 };

@@ -74,9 +74,10 @@ qint32 AddAlbum(Database& db, const QString& name, bool preventDuplicates) {
   return qint32(db.Connection().LastInsertId());
 }
 
-bool SavePlaylistFiles(Database& db, qint32 playlistId, const QStringList& files) {
-  SqlTransaction transaction(db.Connection());
-  if (!transaction.IsActive()) return false;
+namespace {
+
+// The entries of an album replaced inside the caller's transaction.
+bool WritePlaylistFiles(Database& db, qint32 playlistId, const QStringList& files) {
   SqlStatement clear = db.Prepare(QStringLiteral("DELETE FROM PlaylistFiles WHERE PlaylistID = ?"));
   clear.Bind(1, playlistId);
   if (!clear.Run()) return false;
@@ -88,7 +89,31 @@ bool SavePlaylistFiles(Database& db, qint32 playlistId, const QStringList& files
     insert.Bind(1, playlistId).Bind(2, file);
     if (!insert.Run()) return false;
   }
+  return true;
+}
+
+}  // namespace
+
+bool SavePlaylistFiles(Database& db, qint32 playlistId, const QStringList& files) {
+  SqlTransaction transaction(db.Connection());
+  if (!transaction.IsActive()) return false;
+  if (!WritePlaylistFiles(db, playlistId, files)) return false;
   return transaction.Commit();
+}
+
+qint32 SaveAlbum(Database& db, qint32 playlistId, const QString& name, bool preventDuplicates,
+                 const QStringList& files) {
+  SqlTransaction transaction(db.Connection());
+  if (!transaction.IsActive()) return 0;
+  qint32 id = playlistId;
+  if (id != 0) {
+    if (!UpdateAlbumProperties(db, id, name, preventDuplicates)) return 0;
+  } else {
+    id = AddAlbum(db, name, preventDuplicates);
+    if (id == 0) return 0;
+  }
+  if (!WritePlaylistFiles(db, id, files)) return 0;
+  return transaction.Commit() ? id : 0;
 }
 
 bool DeleteAlbum(Database& db, qint32 playlistId) {

@@ -50,6 +50,14 @@ qint32 AddAlbum(Database& db, const QString& name, bool preventDuplicates);
 // and not selected. One transaction: on failure the album keeps its entries.
 bool SavePlaylistFiles(Database& db, qint32 playlistId, const QStringList& files);
 
+// Saves an album as the album editor does: the header of `playlistId` takes
+// the name and the flag (a new header of type "B", sequence 0, when the id
+// is 0), then the entries are replaced by the paths, in order. One
+// transaction: on failure the album keeps its header and its entries and no
+// new header stays. The album's id (the new one for a new album), or 0.
+qint32 SaveAlbum(Database& db, qint32 playlistId, const QString& name, bool preventDuplicates,
+                 const QStringList& files);
+
 // Deletes the album's entries, then its header.
 bool DeleteAlbum(Database& db, qint32 playlistId);
 

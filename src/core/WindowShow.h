@@ -36,6 +36,13 @@ class RenamedFileViewer {
   virtual void FileRenamed(const QString& newPath) = 0;
 };
 
+// A window that the command bar resets each time it shows it (the search).
+class ResetOnShow {
+ public:
+  virtual ~ResetOnShow() = default;
+  virtual void Display() = 0;
+};
+
 // The picture viewer: the main window's refit asks it to fit its picture to
 // the largest size its window now allows.
 class PictureRefit {

@@ -2,6 +2,8 @@
 
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QStyle>
+#include <QStyleOptionTitleBar>
 #include <algorithm>
 
 #include "browser/PageGeometry.h"
@@ -35,6 +37,7 @@ void BrowserArea::AddBrowser(QWidget* browser) {
 }
 
 void BrowserArea::AddViewer(QWidget* window) {
+  const QSize inside = window->size();
   QMdiSubWindow* sub = area_->addSubWindow(window, Qt::SubWindow | Qt::WindowTitleHint |
                                                        Qt::WindowSystemMenuHint |
                                                        Qt::WindowMinMaxButtonsHint |
@@ -42,6 +45,15 @@ void BrowserArea::AddViewer(QWidget* window) {
   sub->setAttribute(Qt::WA_DeleteOnClose);
   sub->setWindowTitle(window->windowTitle());
   sub->setWindowIcon(window->windowIcon());
+  // The frame takes the size the window was made with, at the browser's
+  // top left corner; the window may place itself afterwards.
+  QStyleOptionTitleBar options;
+  options.initFrom(sub);
+  options.titleBarFlags = sub->windowFlags();
+  const int title = sub->style()->pixelMetric(QStyle::PM_TitleBarHeight, &options, sub);
+  const int border = sub->style()->pixelMetric(QStyle::PM_MdiSubWindowFrameWidth, nullptr, sub);
+  const QSize outer(inside.width() + 2 * border, inside.height() + title + border);
+  SetRectInBrowser(sub, QRect(0, 0, twips::FromPixels(outer.width()), twips::FromPixels(outer.height())));
 }
 
 void BrowserArea::Forget() {

@@ -93,6 +93,10 @@ class CommandBar : public QWidget, public BarCommands {
   QString DirectoryCaption() const override;
   // "Album:" for an album, "Folder:" for a folder.
   void SetDirectoryLabel(bool album);
+  void ShowOnDisplay(const QString& folderOrAlbum, bool album) override {
+    SetDirectoryLabel(album);
+    ShowDirectoryName(folderOrAlbum);
+  }
   // Shows what the browser announces it shows, and follows its help switch.
   void Follow(Thumbnails* browser);
   // Shows the controls once the browser has its lists.

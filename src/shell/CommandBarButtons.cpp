@@ -153,11 +153,10 @@ void CommandBar::paintButton_Click() {
 
 void CommandBar::albumButton_Click() {
   ReleaseFocus();
-  // The album selection is not part of the program yet (the button is
-  // disabled); when loaded, it is centred on the button, 15 twips to the
-  // left, and sits 30 twips above it.
+  // The album selection is centred on the button, 15 twips to the left,
+  // and sits 30 twips above it.
   Windows().Unload(WindowId::AlbumEdit);
-  QWidget* select = Windows().Find(WindowId::AlbumSelect);
+  QWidget* select = Windows().Load(WindowId::AlbumSelect);
   if (!select) return;
   QWidget* frame = FrameOf(select);
   const QPoint buttonCentre = albumButton->mapToGlobal(albumButton->rect().center());
@@ -171,8 +170,9 @@ void CommandBar::albumButton_Click() {
 
 void CommandBar::searchButton_Click() {
   ReleaseFocus();
-  // The file search is not part of the program yet; the button is disabled.
   ShowNormal(WindowId::FindFiles);
+  // The search comes up reset, its list cleared.
+  if (auto* search = dynamic_cast<ResetOnShow*>(Windows().Find(WindowId::FindFiles))) search->Display();
 }
 
 void CommandBar::sortButton_Click() {

@@ -22,8 +22,7 @@ using C = CommandBar;
 // hidden internetButton stands alone after them.
 //
 // Disabled at the start are the buttons whose windows are not part of the
-// program yet (the album selection, the file search, the options and the
-// tutorial) and the CD tray's,
+// program yet (the options and the tutorial) and the CD tray's,
 // which come with the CD access. The main window's first-run watch enables
 // the tutorial's button once the tutorial can run.
 constexpr std::array<CommandRow, BarButtonCount> Rows{{
@@ -41,9 +40,9 @@ constexpr std::array<CommandRow, BarButtonCount> Rows{{
      &C::audioButton_Click},
     {B::videoButton, "videoButton", P::BottomRow, 2, S::Enabled, &C::videoButton,
      &C::videoButton_Click},
-    {B::albumButton, "albumButton", P::BottomRow, 3, S::Disabled, &C::albumButton,
+    {B::albumButton, "albumButton", P::BottomRow, 3, S::Enabled, &C::albumButton,
      &C::albumButton_Click},
-    {B::searchButton, "searchButton", P::BottomRow, 3, S::Disabled, &C::searchButton,
+    {B::searchButton, "searchButton", P::BottomRow, 3, S::Enabled, &C::searchButton,
      &C::searchButton_Click},
     {B::sortButton, "sortButton", P::BottomRow, 3, S::Enabled, &C::sortButton,
      &C::sortButton_Click},

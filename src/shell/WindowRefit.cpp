@@ -84,6 +84,9 @@ void RefitOpenWindows(MainForm& main) {
   QPointer<QWidget> showLast;
   Qt::WindowStates showLastState = Qt::WindowNoState;
   for (WindowId id : reloaded) {
+    // The album selection comes back as its button brings it: above it.
+    if (BarCommands* bar = CommandBarCommands(); bar && id == WindowId::AlbumSelect)
+      bar->Click(BarButton::albumButton);
     if (QWidget* window = Windows().Load(id)) {
       showLast = window;
       showLastState = Qt::WindowNoState;

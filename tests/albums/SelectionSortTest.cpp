@@ -38,6 +38,7 @@ class CountingBar : public QWidget, public BarCommands {
     if (button == BarButton::refreshButton) ++Refreshes;
   }
   QString DirectoryCaption() const override { return QString(); }
+  void ShowOnDisplay(const QString&, bool) override {}
   void StepVolume(int) override {}
   void ToggleMute() override {}
 };

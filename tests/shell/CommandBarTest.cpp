@@ -315,7 +315,7 @@ TEST_F(CommandBarTest, ClickIfEnabledRunsOnlyEnabledButtonsAndClickRunsThemAnywa
                                   Lorvane("//video")}));
   // Buttons whose windows are still to come stay disabled; the internet
   // button is hidden, also once the browser has shown the controls.
-  EXPECT_FALSE(bar.ClickIfEnabled(BarButton::searchButton));
+  EXPECT_FALSE(bar.ClickIfEnabled(BarButton::optionsButton));
   EXPECT_FALSE(bar.ClickIfEnabled(BarButton::HelpButton));
   EXPECT_FALSE(bar.ClickIfEnabled(BarButton::internetButton));
   bar.ShowControls();
