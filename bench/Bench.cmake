@@ -27,4 +27,13 @@ if("albums" IN_LIST VISTREL_SUBSYSTEMS)
   add_executable(SearchBench ${CMAKE_SOURCE_DIR}/bench/SearchBench.cpp)
   target_link_libraries(SearchBench PRIVATE VistrelCore)
   set_target_properties(SearchBench PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+  # Needs the fresh data file that the build makes.
+  add_executable(AlbumBench ${CMAKE_SOURCE_DIR}/bench/AlbumBench.cpp)
+  target_link_libraries(AlbumBench PRIVATE VistrelCore)
+  target_compile_definitions(AlbumBench PRIVATE
+    VISTREL_FRESH_DATA_FILE="${CMAKE_BINARY_DIR}/data/Vistrel.VRD")
+  set_target_properties(AlbumBench PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+  if(TARGET VistrelDataFile)
+    add_dependencies(AlbumBench VistrelDataFile)
+  endif()
 endif()
