@@ -2,6 +2,8 @@
 #include <QApplication>
 
 #include "albums/AlbumWindows.h"
+#include "browser/CdTitles.h"
+#include "cd/CdAccess.h"
 #include "cd/TagWindows.h"
 #include "shell/Main.h"
 #include "viewers/ViewerWindows.h"
@@ -12,5 +14,7 @@ int main(int argc, char** argv) {
   RegisterViewerWindows();
   RegisterTagWindows();
   RegisterAlbumWindows();
+  // The Audios tab names the tracks of an audio CD by their titles.
+  SetCdTitleLookup(CdTitlesOfDrive);
   return Main(application);
 }

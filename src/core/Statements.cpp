@@ -204,14 +204,14 @@ bool FollowRenamedFile(Database& db, const QString& oldPath, const QString& newP
 
 // ---- Audio CDs ------------------------------------------------------------
 
-std::optional<CdTitle> SelectCdTitle(Database& db, const QString& mediaNumber) {
-  if (BreaksQuotedStatement(mediaNumber)) return std::nullopt;
-  SqlStatement select = db.Prepare(QStringLiteral(
-      "SELECT MediaID, MediaNumber, MediaDownloaded, MediaTitle, MediaArtist, MediaStyle, "
-      "MediaYear, MediaTracks, MediaSequence FROM CD_Titles WHERE MediaNumber = ? "
-      "ORDER BY MediaID"));
-  select.Bind(1, mediaNumber);
-  if (!select.Next()) return std::nullopt;
+// The columns of a CD_Titles row in the order ReadCdTitle takes them.
+#define CD_TITLE_COLUMNS                                                                 \
+  "MediaID, MediaNumber, MediaDownloaded, MediaTitle, MediaArtist, MediaStyle, MediaYear, " \
+  "MediaTracks, MediaSequence"
+
+namespace {
+
+CdTitle ReadCdTitle(SqlStatement& select) {
   CdTitle title;
   title.MediaID = qint32(select.Int(0));
   title.MediaNumber = select.Text(1);
@@ -223,6 +223,18 @@ std::optional<CdTitle> SelectCdTitle(Database& db, const QString& mediaNumber) {
   title.MediaTracks = qint16(select.Int(7));
   title.MediaSequence = qint16(select.Int(8));
   return title;
+}
+
+}  // namespace
+
+std::optional<CdTitle> SelectCdTitle(Database& db, const QString& mediaNumber) {
+  if (BreaksQuotedStatement(mediaNumber)) return std::nullopt;
+  SqlStatement select = db.Prepare(QStringLiteral(
+      "SELECT " CD_TITLE_COLUMNS " FROM CD_Titles WHERE MediaNumber = ? "
+      "ORDER BY MediaID"));
+  select.Bind(1, mediaNumber);
+  if (!select.Next()) return std::nullopt;
+  return ReadCdTitle(select);
 }
 
 qint32 AddCdTitle(Database& db, const QString& mediaNumber, qint16 tracks) {
@@ -282,6 +294,18 @@ bool AddCdSongs(Database& db, qint32 mediaId, const QList<CdSong>& songs) {
   if (!existing.Next()) return false;
   if (existing.Int(0) > 0) return false;
   existing = SqlStatement();
+  return InsertCdSongs(db, mediaId, songs) && transaction.Commit();
+}
+
+std::optional<CdTitle> SelectCdTitleById(Database& db, qint32 mediaId) {
+  SqlStatement select = db.Prepare(QStringLiteral(
+      "SELECT " CD_TITLE_COLUMNS " FROM CD_Titles WHERE MediaID = ?"));
+  select.Bind(1, mediaId);
+  if (!select.Next()) return std::nullopt;
+  return ReadCdTitle(select);
+}
+
+bool InsertCdSongs(Database& db, qint32 mediaId, const QList<CdSong>& songs) {
   SqlStatement insert = db.Prepare(QStringLiteral(
       "INSERT INTO CD_Songs (MediaID, SongTrack, SongNumber, SongSelected, SongTitle) "
       "VALUES (?, ?, ?, ?, ?)"));
@@ -291,7 +315,7 @@ bool AddCdSongs(Database& db, qint32 mediaId, const QList<CdSong>& songs) {
     insert.Bind(4, song.SongSelected).Bind(5, song.SongTitle);
     if (!insert.Run()) return false;
   }
-  return transaction.Commit();
+  return true;
 }
 
 // ---- Tutorial -------------------------------------------------------------

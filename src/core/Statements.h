@@ -119,6 +119,10 @@ QStringList SelectCdSongTitles(Database& db, qint32 mediaId);
 QList<bool> TakeCdSongSelections(Database& db, qint32 mediaId);
 // Adds the track rows, in order, when the disc has none; one transaction.
 bool AddCdSongs(Database& db, qint32 mediaId, const QList<CdSong>& songs);
+// The row of the disc with this MediaID; no value when there is none.
+std::optional<CdTitle> SelectCdTitleById(Database& db, qint32 mediaId);
+// Adds the track rows, in order, within the caller's transaction.
+bool InsertCdSongs(Database& db, qint32 mediaId, const QList<CdSong>& songs);
 
 // ---- Tutorial -------------------------------------------------------------
 

@@ -5,7 +5,10 @@
 #include <cdio/device.h>
 #include <cdio/disc.h>
 #include <cdio/logging.h>
+#include <cdio/mmc.h>
 #include <cdio/track.h>
+
+#include <QFileInfo>
 
 #include <cstdio>
 #include <optional>
@@ -70,12 +73,56 @@ CdDisc ReadCdDisc(const QString& device) {
     disc.trackCount = count;
     for (int i = 0; i < count; ++i) {
       const track_t number = track_t(first + i);
-      disc.tracks.append({number, cdio_get_track_format(cdio, number) == TRACK_FORMAT_AUDIO});
+      disc.tracks.append({number, cdio_get_track_format(cdio, number) == TRACK_FORMAT_AUDIO,
+                          int(cdio_get_track_lba(cdio, number))});
     }
+    disc.leadoutSector = int(cdio_get_track_lba(cdio, CDIO_CDROM_LEADOUT_TRACK));
   }
   // Never eject here: on an image that frees the handle.
   cdio_destroy(cdio);
   return disc;
+}
+
+bool IsCdImage(const QString& device) { return !device.isEmpty() && QFileInfo(device).isFile(); }
+
+bool CdDeviceExists(const QString& device) {
+  if (device.isEmpty()) return false;
+  const QFileInfo info(device);
+  if (!info.exists()) return false;
+  // A drive node stands even with no disc in it; an empty file is no image
+  // (and the image readers would probe it past its end).
+  if (!info.isFile()) return true;
+  if (info.size() == 0) return false;
+  InstallQuietLog();
+  CdIo_t* cdio = cdio_open(device.toLocal8Bit().constData(), DRIVER_UNKNOWN);
+  if (!cdio) return false;
+  cdio_destroy(cdio);
+  return true;
+}
+
+bool EjectCdTray(const QString& device) {
+  if (device.isEmpty() || IsCdImage(device)) return false;
+  InstallQuietLog();
+  return cdio_eject_media_drive(device.toLocal8Bit().constData()) == DRIVER_OP_SUCCESS;
+}
+
+bool CloseCdTray(const QString& device) {
+  if (device.isEmpty() || IsCdImage(device)) return false;
+  InstallQuietLog();
+  driver_id_t driver = DRIVER_DEVICE;
+  return cdio_close_tray(device.toLocal8Bit().constData(), &driver) == DRIVER_OP_SUCCESS;
+}
+
+bool IsCdPlaying(const QString& device) {
+  if (device.isEmpty() || IsCdImage(device)) return false;
+  InstallQuietLog();
+  CdIo_t* cdio = cdio_open(device.toLocal8Bit().constData(), DRIVER_UNKNOWN);
+  if (!cdio) return false;
+  cdio_subchannel_t subchannel{};
+  const bool playing = cdio_audio_read_subchannel(cdio, &subchannel) == DRIVER_OP_SUCCESS &&
+                       subchannel.audio_status == CDIO_MMC_READ_SUB_ST_PLAY;
+  cdio_destroy(cdio);
+  return playing;
 }
 
 }  // namespace platform

@@ -8,10 +8,13 @@
 
 namespace platform {
 
-// One track of the disc in a drive.
+// One track of the disc in a drive. Sectors are counted from the start of
+// the disc's lead-in gap, 75 to the second, so the first track of an
+// ordinary disc starts at sector 150.
 struct CdTrack {
   int number = 0;
   bool audio = false;
+  int startSector = 0;
 };
 
 // What a drive holds. `ready` is false when the drive cannot be opened or
@@ -21,6 +24,8 @@ struct CdDisc {
   int firstTrack = 0;
   int trackCount = 0;
   QList<CdTrack> tracks;
+  // Where the disc's lead-out starts, counted as the track starts are.
+  int leadoutSector = 0;
 
   bool HasAudioTracks() const;
 };
@@ -34,5 +39,21 @@ void ClearCdDeviceOverride();
 
 // Opens the device, reads its table of contents and closes it again.
 CdDisc ReadCdDisc(const QString& device);
+
+// A CUE sheet (or another disc image file) rather than a drive.
+bool IsCdImage(const QString& device);
+// The device can be used as a drive: a CD drive, with or without a disc,
+// or an image file that opens as a disc.
+bool CdDeviceExists(const QString& device);
+
+// Opens and closes the tray of a drive, by its name. An image has no tray:
+// both answer false and touch nothing, since ejecting an image's handle
+// would free it under the caller.
+bool EjectCdTray(const QString& device);
+bool CloseCdTray(const QString& device);
+
+// The drive plays the disc by itself (its own audio output). Always false
+// for an image and for a drive that cannot tell.
+bool IsCdPlaying(const QString& device);
 
 }  // namespace platform

@@ -15,6 +15,7 @@
 #include "controls/NewSlider.h"
 #include "controls/PaintRoutines.h"
 #include "controls/SystemColours.h"
+#include "catalogue/CdDrives.h"
 #include "core/AppState.h"
 #include "core/CommonKeys.h"
 #include "core/HelpTexts.h"
@@ -131,6 +132,10 @@ void CommandBar::Form_Load() {
     ButtonOf(row.Id)->hide();
   }
   volume_->Open();
+  // The tray buttons serve the one CD drive present.
+  FillCdDrives();
+  ejectButton->SetEnabled(App().CdDriveCount > 0);
+  closeButton->SetEnabled(App().CdDriveCount > 0);
   ApplyHelp();
 }
 

@@ -7,6 +7,7 @@
 
 #include "browser/Thumbnails.h"
 #include "catalogue/CdDrives.h"
+#include "cd/CdAccess.h"
 #include "catalogue/PathParts.h"
 #include "catalogue/PathRoutines.h"
 #include "controls/Button.h"
@@ -76,12 +77,12 @@ void CommandBar::refreshButton_Click() {
 
 void CommandBar::ejectButton_Click() {
   ReleaseFocus();
-  // Opening the tray comes with the CD access; the button is disabled.
+  if (App().CdDriveCount > 0) EjectCdDrive(App().CdDrives.first());
 }
 
 void CommandBar::closeButton_Click() {
   ReleaseFocus();
-  // Closing the tray comes with the CD access; the button is disabled.
+  if (App().CdDriveCount > 0) CloseCdDrive(App().CdDrives.first());
 }
 
 bool CommandBar::AudioReady() {
