@@ -3,6 +3,8 @@
 #include <QStringList>
 #include <map>
 
+#include "catalogue/CommandWords.h"
+
 namespace {
 
 // One open alias: the drive (or image) it names and how it counts time.
@@ -17,28 +19,7 @@ std::map<QString, OpenDrive>& Aliases() {
   return aliases;
 }
 
-// The words of a command: blanks separate them, and a text in double quotes
-// is one word without its quotes.
-QStringList Words(const QString& command) {
-  QStringList words;
-  QString word;
-  bool quoted = false, started = false;
-  for (const QChar c : command) {
-    if (c == '"') {
-      quoted = !quoted;
-      started = true;
-    } else if (c.isSpace() && !quoted) {
-      if (started) words << word;
-      word.clear();
-      started = false;
-    } else {
-      word += c;
-      started = true;
-    }
-  }
-  if (started) words << word;
-  return words;
-}
+QStringList Words(const QString& command) { return CommandWords(command); }
 
 bool IsFlag(const QString& word) {
   const QString key = word.toLower();

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 
+#include "catalogue/CommandWords.h"
 #include "platform/MediaDevice.h"
 #include "platform/MidiDevice.h"
 #include "platform/MidiFile.h"
@@ -56,28 +57,7 @@ Interpreter& TheInterpreter() {
   return interpreter;
 }
 
-// The words of a command: blanks separate them, and a text in double quotes
-// is one word without its quotes.
-QStringList Words(const QString& command) {
-  QStringList words;
-  QString word;
-  bool quoted = false, started = false;
-  for (const QChar c : command) {
-    if (c == '"') {
-      quoted = !quoted;
-      started = true;
-    } else if (c.isSpace() && !quoted) {
-      if (started) words << word;
-      word.clear();
-      started = false;
-    } else {
-      word += c;
-      started = true;
-    }
-  }
-  if (started) words << word;
-  return words;
-}
+QStringList Words(const QString& command) { return CommandWords(command); }
 
 bool WholeNumber(const QString& text, qint64& value) {
   bool ok = false;
