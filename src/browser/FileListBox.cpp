@@ -5,6 +5,7 @@
 #include <numeric>
 #include <vector>
 
+#include "catalogue/CdDrives.h"
 #include "platform/DirectoryReader.h"
 
 namespace {
@@ -89,7 +90,12 @@ void FileListBox::Refresh() {
   pathChanged_ = false;
   wanted_.clear();
   QList<platform::DirectoryEntry> entries;
-  if (!platform::ReadDirectory(folder, entries)) return;
+  if (IsCdDriveFolder(folder)) {
+    // A CD drive's files are the audio tracks of its disc.
+    for (const QString& name : AudioTrackFileNames(folder)) entries.append({name, true});
+  } else if (!platform::ReadDirectory(folder, entries)) {
+    return;
+  }
 
   std::vector<QString> names;
   std::vector<QString> lowered;

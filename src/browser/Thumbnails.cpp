@@ -13,6 +13,7 @@
 
 #include "browser/LoadingMessage.h"
 #include "browser/PageTexts.h"
+#include "catalogue/CdDrives.h"
 #include "catalogue/MediaTypes.h"
 #include "catalogue/PathParts.h"
 #include "controls/NewImage.h"
@@ -160,7 +161,7 @@ void Thumbnails::Form_Load() {
 
   QString folder = settings::GetSetting("DefaultFolder", settings::MyMediaFolder());
   while (folder.size() > 1 && folder.endsWith('/')) folder.chop(1);
-  if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
+  if (!IsBrowsableFolder(folder)) folder = settings::MyMediaFolder();
   app.CurrentFolder = folder;
   app.LastTargetFolder = folder;
   emit Showing(folder, false);

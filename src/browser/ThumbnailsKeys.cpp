@@ -17,6 +17,7 @@
 #include "core/CommonKeys.h"
 #include "browser/HighlightFrame.h"
 #include "browser/Thumbnails.h"
+#include "catalogue/CdDrives.h"
 #include "catalogue/PathParts.h"
 #include "controls/NewImage.h"
 #include "controls/NumberBox.h"
@@ -176,7 +177,7 @@ void Thumbnails::GoHome() {
   const QString old = app.CurrentFolder;
   QString folder = settings::GetSetting("DefaultFolder", settings::MyMediaFolder());
   while (folder.size() > 1 && folder.endsWith('/')) folder.chop(1);
-  if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
+  if (!IsBrowsableFolder(folder)) folder = settings::MyMediaFolder();
   app.CurrentFolder = folder;
   if (old.toLower() != folder.toLower()) {
     emit Showing(folder, false);

@@ -5,6 +5,7 @@
 #include "browser/CdTitles.h"
 #include "browser/Thumbnails.h"
 #include "browser/PageTexts.h"
+#include "catalogue/PathParts.h"
 #include "controls/NewTabControl.h"
 #include "core/AppState.h"
 #include "core/WindowRegistry.h"
@@ -69,7 +70,9 @@ void Thumbnails::FillAudioPage() {
   if (QWidget* viewer = Windows().Find(WindowId::SingleAudio); viewer && !App().RefitInProgress)
     viewer->showMinimized();
   // An audio CD's tracks take their titles when the disc's titles are known.
-  lists_.ReadCdTitles(DisplayedCaption());
+  // The drive is the folder on display, or in an album the first entry's.
+  const AppState& app = App();
+  lists_.ReadCdTitles(app.AlbumMode ? GetFolderPart(app.Entry(AudiosTab, 0)) : app.CurrentFolder);
   strip_.ShowPageCount(AudiosTab, Tab(AudiosTab));
   lists_.Fill(AudiosTab);
   ThumbnailTabs->SetCaption(AudiosTab, TabCaption(AudiosTab, Tab(AudiosTab).Count));

@@ -1,5 +1,7 @@
 #include "catalogue/CdDrives.h"
 
+#include <QFileInfo>
+
 #include "catalogue/NumberFormat.h"
 #include "platform/CdDevices.h"
 #include "core/AppState.h"
@@ -25,4 +27,25 @@ QStringList AudioTrackFileNames(const QString& drive) {
   for (const platform::CdTrack& track : disc.tracks)
     if (track.audio) names.append("Track" + Format(track.number, "00") + ".cda");
   return names;
+}
+
+QList<CdDriveFolder> CdDriveFolders() {
+  QList<CdDriveFolder> folders;
+  for (const QString& device : platform::ListCdDevices()) {
+    const platform::CdDisc disc = platform::ReadCdDisc(device);
+    const QString name = QFileInfo(device).fileName();
+    const bool audio = disc.ready && disc.HasAudioTracks();
+    folders.append({device, (audio ? "Audio CD (" : "CD Drive (") + name + ")", disc.ready});
+  }
+  return folders;
+}
+
+bool IsCdDriveFolder(const QString& folder) {
+  return !folder.isEmpty() && App().CdDrives.contains(folder);
+}
+
+bool CdDiscReady(const QString& drive) { return platform::ReadCdDisc(drive).ready; }
+
+bool IsBrowsableFolder(const QString& folder) {
+  return QFileInfo(folder).isDir() || IsCdDriveFolder(folder);
 }

@@ -1,6 +1,7 @@
 #include "cd/CdAccess.h"
 
 #include "cd/CdCommands.h"
+#include "catalogue/CdDrives.h"
 #include "cd/CddbLookup.h"
 #include "core/AppState.h"
 #include "core/Database.h"
@@ -160,6 +161,9 @@ void CloseCdDrive(const QString& drive) {
 }
 
 bool CdTitlesOfDrive(const QString& drive, QStringList& titles) {
+  titles.clear();
+  // Only a CD drive is asked; a folder of copied track files is none.
+  if (!IsCdDriveFolder(drive)) return false;
   CloseAllDevices();
   CdAccess().CurrentDrive = drive;
   const bool known = LoadCdTitles();

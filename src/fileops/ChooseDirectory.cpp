@@ -14,6 +14,7 @@
 
 #include "core/CommonKeys.h"
 #include "core/BrowserCommands.h"
+#include "catalogue/CdDrives.h"
 #include "catalogue/PathParts.h"
 #include "catalogue/PathRoutines.h"
 #include "controls/MsgBoxEnhanced.h"
@@ -195,7 +196,12 @@ void ChooseDirectory::ShowFolderName() {
 void ChooseDirectory::OKButton_Click() {
   AppState& app = App();
   app.ChosenFolder = FolderTree->Path();
-  if (!app.ChosenFolder.isEmpty() && QFileInfo(app.ChosenFolder).isDir()) {
+  // A CD drive is a folder while it holds a disc, and only for looking at:
+  // nothing can be copied or moved onto it.
+  const bool drive = FolderTree->IsDriveSelected();
+  const bool valid = drive ? sizeMode_ != "Large" && CdDiscReady(app.ChosenFolder)
+                           : QFileInfo(app.ChosenFolder).isDir();
+  if (!app.ChosenFolder.isEmpty() && valid) {
     app.OperationFileName = NewFile->text() + Extension->text();
     app.DirectoryCancelled = false;
     if (Windows().Find(Id) == this)

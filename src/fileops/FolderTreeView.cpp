@@ -1,5 +1,8 @@
 #include "fileops/FolderTreeView.h"
 
+#include "catalogue/CdDrives.h"
+#include "fileops/FolderTreeModel.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -29,6 +32,7 @@ FolderTreeView::FolderTreeView(QWidget* parent) : QTreeView(parent) {
 
 void FolderTreeView::BuildModel() {
   QFileSystemModel* old = model_;
+  FolderTreeModel* oldTree = tree_;
   QItemSelectionModel* oldSelection = selectionModel();
 
   model_ = new QFileSystemModel(this);
@@ -39,26 +43,57 @@ void FolderTreeView::BuildModel() {
   model_->setOption(QFileSystemModel::DontUseCustomDirectoryIcons);
   model_->setRootPath(QDir::rootPath());
   model_->sort(0, Qt::AscendingOrder);
-  setModel(model_);
-  for (int column = 1; column < model_->columnCount(); ++column) hideColumn(column);
+  tree_ = new FolderTreeModel(model_, this);
+  QList<FolderTreeModel::Drive> drives;
+  for (const CdDriveFolder& drive : CdDriveFolders()) drives.append({drive.Drive, drive.Label});
+  tree_->SetDrives(drives);
+  setModel(tree_);
+  for (int column = 1; column < tree_->columnCount(); ++column) hideColumn(column);
 
   connect(selectionModel(), &QItemSelectionModel::currentChanged, this,
-          [this](const QModelIndex&, const QModelIndex&) { emit PathChanged(Path()); });
+          [this](const QModelIndex&, const QModelIndex&) { EmitPathChange(); });
   connect(model_, &QFileSystemModel::directoryLoaded, this, &FolderTreeView::ScheduleReveal);
-  connect(model_, &QAbstractItemModel::layoutChanged, this, &FolderTreeView::ScheduleReveal);
-  connect(model_, &QAbstractItemModel::rowsInserted, this, &FolderTreeView::ScheduleReveal);
+  connect(tree_, &QAbstractItemModel::layoutAboutToBeChanged, this, &FolderTreeView::RememberDrive);
+  connect(tree_, &QAbstractItemModel::layoutChanged, this, &FolderTreeView::KeepDrive);
+  connect(tree_, &QAbstractItemModel::layoutChanged, this, &FolderTreeView::ScheduleReveal);
+  connect(tree_, &QAbstractItemModel::rowsInserted, this, &FolderTreeView::ScheduleReveal);
 
   // The top entry "/" stands open from the start.
-  expand(model_->index(QDir::rootPath()));
+  expand(tree_->IndexOf(QDir::rootPath()));
 
   if (oldSelection) oldSelection->deleteLater();
+  if (oldTree) oldTree->deleteLater();
   if (old) old->deleteLater();
 }
 
+void FolderTreeView::EmitPathChange() {
+  const QString path = Path();
+  if (path == lastPath_) return;
+  lastPath_ = path;
+  emit PathChanged(path);
+}
+
+// The folder model rearranges its rows as it reads folders, and the entries
+// it does not hold, the drives, would lose the selection on the way.
+void FolderTreeView::RememberDrive() {
+  heldDrive_ = IsDriveSelected() ? Path() : QString();
+}
+
+void FolderTreeView::KeepDrive() {
+  if (heldDrive_.isEmpty()) return;
+  const QString drive = heldDrive_;
+  heldDrive_.clear();
+  if (!currentIndex().isValid()) setCurrentIndex(tree_->IndexOf(drive));
+}
+
+QModelIndex FolderTreeView::IndexOf(const QString& path) const { return tree_->IndexOf(path); }
+
+bool FolderTreeView::IsDriveSelected() const { return tree_->IsDrive(currentIndex()); }
+
 QString FolderTreeView::Path() const {
   const QModelIndex current = currentIndex();
-  if (!current.isValid() || !model_) return QString();
-  return model_->filePath(current);
+  if (!current.isValid() || !tree_) return QString();
+  return tree_->PathOf(current);
 }
 
 void FolderTreeView::SetPath(const QString& path) {
@@ -66,18 +101,25 @@ void FolderTreeView::SetPath(const QString& path) {
   QString wanted = path;
   if (wanted.isEmpty()) return;
   wanted = QDir::cleanPath(QFileInfo(wanted).absoluteFilePath());
+  const QModelIndex drive = tree_->IndexOf(wanted);
+  if (tree_->IsDrive(drive)) {
+    setCurrentIndex(drive);
+    revealPending_ = true;
+    RevealCurrent();
+    return;
+  }
   // The model makes the entries on the way to an existing folder at once,
   // without waiting for the rest of each folder to be read; a path that is
   // gone comes back invalid, and its parent is tried instead.
   QModelIndex index;
   for (QString step = wanted; !step.isEmpty();) {
-    index = model_->index(step);
+    index = tree_->IndexOf(step);
     if (index.isValid()) break;
     const QString parent = QFileInfo(step).path();
     if (parent == step) break;
     step = parent;
   }
-  if (!index.isValid()) index = model_->index(QDir::rootPath());
+  if (!index.isValid()) index = tree_->IndexOf(QDir::rootPath());
   if (!index.isValid()) return;
 
   // Open the branch to it step by step: each opened folder is read in the

@@ -5,14 +5,14 @@
 // file system's changes by itself. Its one property is the path of the
 // selected folder; PathChanged tells when it moves.
 //
-// The audio CD drives are to join the tree as further top-level entries
-// beside "/"; that is the one thing the plain folder model cannot give, and
-// it will come through a model placed in front of it.
+// The CD drives stand as further top-level entries after "/", each named by
+// what it holds; a drive's path is the folder of its disc's tracks.
 
 #include <QString>
 #include <QTimer>
 #include <QTreeView>
 
+class FolderTreeModel;
 class QFileSystemModel;
 
 class FolderTreeView : public QTreeView {
@@ -33,7 +33,11 @@ class FolderTreeView : public QTreeView {
   // when it comes twice.
   void Refresh();
 
-  QFileSystemModel* Model() const { return model_; }
+  // The entry of a folder or a drive, by its path; invalid when the tree
+  // does not hold it (yet).
+  QModelIndex IndexOf(const QString& path) const;
+  // The selected entry is a CD drive.
+  bool IsDriveSelected() const;
 
  signals:
   void PathChanged(const QString& path);
@@ -48,7 +52,16 @@ class FolderTreeView : public QTreeView {
   void ScheduleReveal();
   void RevealCurrent();
 
+  void EmitPathChange();
+  void RememberDrive();
+  void KeepDrive();
+
   QFileSystemModel* model_ = nullptr;
+  FolderTreeModel* tree_ = nullptr;
+  // The drive selected when the folder model rearranges itself; the
+  // selection is put back on it afterwards.
+  QString heldDrive_;
+  QString lastPath_;
   // While set, the selection is scrolled into view again whenever the
   // model has read more folders.
   bool revealPending_ = false;

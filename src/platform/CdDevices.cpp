@@ -43,6 +43,11 @@ bool CdDisc::HasAudioTracks() const {
 
 QStringList ListCdDevices() {
   if (Override()) return *Override();
+  // VISTREL_CD_DEVICES, a ":"-separated list of drives or CUE sheets,
+  // stands in for the machine's drives: a disc image can be browsed as if
+  // it lay in a drive.
+  const QString chosen = qEnvironmentVariable("VISTREL_CD_DEVICES");
+  if (!chosen.isEmpty()) return chosen.split(':', Qt::SkipEmptyParts);
   InstallQuietLog();
   QStringList devices;
   char** list = cdio_get_devices(DRIVER_DEVICE);

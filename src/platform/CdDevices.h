@@ -30,7 +30,8 @@ struct CdDisc {
   bool HasAudioTracks() const;
 };
 
-// The CD-ROM devices of the machine, or the override while one is set.
+// The CD-ROM devices of the machine, or the override while one is set, or
+// the devices named by the environment variable VISTREL_CD_DEVICES.
 QStringList ListCdDevices();
 // Makes ListCdDevices answer with these devices (image CUE sheets, for
 // instance) instead of asking the system, until cleared.

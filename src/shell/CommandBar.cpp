@@ -257,7 +257,7 @@ void CommandBar::GoHome() {
   const QString old = app.CurrentFolder;
   QString folder = settings::GetSetting("DefaultFolder", settings::MyMediaFolder());
   while (folder.size() > 1 && folder.endsWith('/')) folder.chop(1);
-  if (!QFileInfo(folder).isDir()) folder = settings::MyMediaFolder();
+  if (!IsBrowsableFolder(folder)) folder = settings::MyMediaFolder();
   app.AlbumMode = false;
   app.CurrentFolder = folder;
   if (old.toLower() == folder.toLower()) return;

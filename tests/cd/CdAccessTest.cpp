@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <cmath>
 
+#include "catalogue/CdDrives.h"
 #include "cd/CdAccess.h"
 #include "cd/CdCommands.h"
 #include "cd/CddbServer.h"
@@ -11,6 +13,7 @@
 #include "core/Database.h"
 #include "core/Settings.h"
 #include "core/Statements.h"
+#include "platform/CdDevices.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -180,8 +183,14 @@ TEST_F(CdAccessTest, LoadCdTitlesKeepsOneRowPerDisc) {
   EXPECT_EQ(CdAccess().MediaTitle, "Album's Title");
   EXPECT_EQ(CdAccess().MediaYear, 1999);
 
-  // Another disc is another row, and forgets the first disc's titles.
-  QStringList titles;
+  // Another disc is another row, and forgets the first disc's titles. A
+  // folder that is no CD drive is never asked.
+  QStringList titles{"stale"};
+  EXPECT_FALSE(CdTitlesOfDrive(QFileInfo(a).path(), titles));
+  EXPECT_TRUE(titles.isEmpty());
+  EXPECT_EQ(CdAccess().MediaId, id);
+  platform::SetCdDeviceOverride({a, b});
+  FillCdDrives();
   EXPECT_FALSE(CdTitlesOfDrive(b, titles));
   EXPECT_TRUE(titles.isEmpty());
   EXPECT_NE(CdAccess().MediaId, id);
@@ -190,6 +199,8 @@ TEST_F(CdAccessTest, LoadCdTitlesKeepsOneRowPerDisc) {
   EXPECT_TRUE(CdTitlesOfDrive(a, titles));
   EXPECT_EQ(titles, QStringList({"Don't Stop", "Second"}));
   EXPECT_EQ(SelectCdMediaId(Db(), "06000502-2-525"), id);
+  platform::ClearCdDeviceOverride();
+  FillCdDrives();
 }
 
 TEST_F(CdAccessTest, NoDriveNoDiscOrDataDiscGiveNoTitles) {

@@ -347,7 +347,7 @@ TEST_F(ChooseDirectoryTest, FolderNamesOfEveryKindAreChosenAsTheyStand) {
   window->FolderTree->SetPath(locked + "/inside");
   EXPECT_TRUE(QTest::qWaitFor([&] { return window->FolderTree->Path() == reachable; }))
       << window->FolderTree->Path().toStdString();
-  window->FolderTree->setCurrentIndex(window->FolderTree->Model()->index(locked));
+  window->FolderTree->setCurrentIndex(window->FolderTree->IndexOf(locked));
   window->FolderTree->expand(window->FolderTree->currentIndex());
   QCoreApplication::processEvents();
   QTest::mouseClick(window->OKButton, Qt::LeftButton);
