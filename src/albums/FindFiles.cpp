@@ -21,6 +21,7 @@
 #include "controls/PaintRoutines.h"
 #include "controls/TransCheck.h"
 #include "core/AppState.h"
+#include "core/WindowFrame.h"
 #include "core/Settings.h"
 #include "core/ViewerHost.h"
 #include "core/WindowRegistry.h"
@@ -369,4 +370,6 @@ void FindFiles::closeEvent(QCloseEvent* event) {
   if (App().ShuttingDown) App().FindFilesTreeLive = false;
   Windows().Closed(this);
   event->accept();
+  // The frame in the main window goes with the window.
+  if (QWidget* frame = FrameOf(this); frame != this) frame->close();
 }

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <QThread>
@@ -15,11 +16,16 @@
 
 #include "albums/FindFiles.h"
 #include "albums/SearchEngine.h"
+#include "catalogue/CdDrives.h"
 #include "catalogue/MediaTypes.h"
 #include "controls/TransCheck.h"
 #include "core/AppState.h"
 #include "core/Settings.h"
+#include "core/WindowFrame.h"
+#include "core/WindowRegistry.h"
 #include "fileops/FolderTreeView.h"
+#include "platform/CdDevices.h"
+#include "support/AreaHost.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -207,6 +213,50 @@ TEST(FindFilesWindow, SearchListsShortPathsAndShowsWhenTheListHasTheFocus) {
   window->Display();
   EXPECT_EQ(window->Count3->text(), "");
   window->close();
+}
+
+TEST(FindFilesWindow, CdTracksByTitleAndEscapeTakesTheFrameAlong) {
+  // A disc image of three silent tracks in the one drive.
+  const QString disc = testenv::Root() + "/find-disc/disc.cue";
+  testenv::MakeFile(testenv::Root() + "/find-disc/disc.bin", QByteArray(3 * 10 * 2352, '\0'));
+  testenv::MakeFile(disc, "FILE \"disc.bin\" BINARY\n"
+                          "  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"
+                          "  TRACK 02 AUDIO\n    INDEX 01 00:00:10\n"
+                          "  TRACK 03 AUDIO\n    INDEX 01 00:00:20\n");
+  platform::SetCdDeviceOverride({disc});
+  FillCdDrives();
+  App().CdTitles = [](const QString&, QStringList& titles) {
+    titles = {"Premi\u00e8re", "It's \"Two\""};
+    return true;
+  };
+  FillMediaTables();
+  testenv::AreaHost host;
+  Windows().Loaded(WindowId::MainForm, &host);
+  host.show();
+
+  QPointer<FindFiles> window = new FindFiles;
+  QPointer<QWidget> frame = FrameOf(window);
+  ASSERT_NE(frame.data(), window.data());
+  frame->show();
+  window->FolderTree->SetPath(testenv::Root());
+  window->FileType->setCurrentIndex(19);
+  EXPECT_EQ(window->FileType->currentText(), "CD audio track files (*.cda)");
+  window->startButton->click();
+  ASSERT_EQ(window->FileList->count(), 3);
+  EXPECT_EQ(window->FileList->item(0)->text(), "Premi\u00e8re");
+  EXPECT_EQ(window->FileList->item(1)->text(), "It's \"Two\"");
+  EXPECT_EQ(window->FileList->item(2)->text(), "Track03");
+  EXPECT_EQ(window->HoldList->item(2)->text(), disc + "/Track03.cda");
+
+  QTest::keyClick(window->FileList, Qt::Key_Escape);
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(window.isNull());
+  EXPECT_TRUE(frame.isNull());
+  EXPECT_TRUE(host.area->subWindowList().isEmpty());
+  Windows().Closed(&host);
+  App().CdTitles = nullptr;
+  platform::ClearCdDeviceOverride();
+  FillCdDrives();
 }
 
 }  // namespace

@@ -16,7 +16,7 @@
 #include "core/AppState.h"
 #include "core/BarCommands.h"
 #include "core/Settings.h"
-#include "core/ViewerHost.h"
+#include "support/AreaHost.h"
 #include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
 #include "shell/SharedMessageBox.h"
@@ -41,25 +41,6 @@ class CountingBar : public QWidget, public BarCommands {
   void ShowOnDisplay(const QString&, bool) override {}
   void StepVolume(int) override {}
   void ToggleMute() override {}
-};
-
-// A main window that holds its windows as sub-windows of its area.
-class AreaHost : public QWidget, public ViewerHost {
- public:
-  AreaHost() : area(new QMdiArea(this)) {
-    resize(800, 600);
-    area->resize(800, 600);
-  }
-  void AddViewer(QWidget* window) override {
-    QMdiSubWindow* sub = area->addSubWindow(window);
-    sub->setAttribute(Qt::WA_DeleteOnClose);
-  }
-  QRect ViewerRect(QWidget*) override { return QRect(); }
-  void SetViewerRect(QWidget*, const QRect&) override {}
-  int BrowserWidthTwips() const override { return 12000; }
-  int BrowserHeightTwips() const override { return 7000; }
-  QRect MainOuterTwips() const override { return QRect(0, 0, 12000, 9000); }
-  QMdiArea* area;
 };
 
 class SelectionSortTest : public testing::Test {
@@ -262,7 +243,7 @@ TEST_F(SelectionSortTest, ClosingWithChangesAsksAndCancelRefusesTheClose) {
 }
 
 TEST_F(SelectionSortTest, InTheMainWindowItsFrameRefusesAndClosesWithIt) {
-  AreaHost host;
+  testenv::AreaHost host;
   Windows().Loaded(WindowId::MainForm, &host);
   host.show();
   SelectionSort* w = Open();
