@@ -7,6 +7,7 @@
 #include "cd/CddbCipher.h"
 #include "core/Database.h"
 #include "core/Settings.h"
+#include "core/WorkerWait.h"
 
 namespace {
 
@@ -169,6 +170,10 @@ bool StoreCdLookup(Database& db, qint32 mediaId, const CddbDisc& answer) {
 }
 
 bool LookupCdTitles(Database& db, qint32 mediaId, const CdTableOfContents& toc) {
-  const std::optional<CddbDisc> answer = QueryCddb(ReadCddbServer(), toc);
+  // The conversation runs on a worker, so that the windows keep painting
+  // while a slow or silent server is waited for.
+  const CddbServer server = ReadCddbServer();
+  const std::optional<CddbDisc> answer =
+      RunWhileWindowsPaint([&server, &toc] { return QueryCddb(server, toc); });
   return answer && StoreCdLookup(db, mediaId, *answer);
 }

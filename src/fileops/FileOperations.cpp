@@ -19,7 +19,7 @@
 #include "fileops/MessageWindows.h"
 #include "fileops/ReplaceVerify.h"
 #include "fileops/WipeWork.h"
-#include "fileops/WorkerWait.h"
+#include "core/WorkerWait.h"
 #include "platform/FileTimes.h"
 #include "platform/SystemMessage.h"
 #include "platform/Trash.h"
