@@ -51,6 +51,8 @@ constexpr std::array Table{
                 0, false, true},
     WindowRoles{W::SingleAudio, "SingleAudio", K::MdiChild, P::ViewerArea, R::Kept, 4, true, 3, 2,
                 0, false, true},
+    // The tutorial's host: never seen itself, its character is.
+    WindowRoles{W::AgentHelp, "AgentHelp", K::Hidden, P::Own, R::Untouched},
 };
 
 constexpr bool RowsInIdOrder() {
@@ -59,7 +61,7 @@ constexpr bool RowsInIdOrder() {
   return true;
 }
 static_assert(RowsInIdOrder(), "one row per window, in the order of the identifiers");
-static_assert(size_t(W::SingleAudio) + 1 == Table.size(), "every window has its row");
+static_assert(size_t(W::AgentHelp) + 1 == Table.size(), "every window has its row");
 
 int OrderOf(const WindowRoles& row, RoleOrder order) {
   switch (order) {

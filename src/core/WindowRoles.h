@@ -41,6 +41,7 @@ enum class WindowId {
   SingleImage,
   SingleVideo,
   SingleAudio,
+  AgentHelp,
 };
 
 enum class WindowKind {
