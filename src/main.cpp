@@ -6,6 +6,7 @@
 #include "cd/CdAccess.h"
 #include "cd/TagWindows.h"
 #include "shell/Main.h"
+#include "shell/OptionsEntry.h"
 #include "viewers/ViewerWindows.h"
 
 int main(int argc, char** argv) {
@@ -14,6 +15,7 @@ int main(int argc, char** argv) {
   RegisterViewerWindows();
   RegisterTagWindows();
   RegisterAlbumWindows();
+  RegisterOptionsWindow();
   // The Audios tab names the tracks of an audio CD by their titles.
   SetCdTitleLookup(CdTitlesOfDrive);
   return Main(application);

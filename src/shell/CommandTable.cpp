@@ -21,10 +21,9 @@ using C = CommandBar;
 // magnifier; options, multimedia and the mixer; about and the tutorial. The
 // hidden internetButton stands alone after them.
 //
-// Disabled at the start are the buttons whose windows are not part of the
-// program yet (the options and the tutorial) and the CD tray's,
-// which come with the CD access. The main window's first-run watch enables
-// the tutorial's button once the tutorial can run.
+// Disabled at the start are the tutorial's button, which the main window's
+// first-run watch enables once the tutorial can run, and the CD tray's,
+// which the command bar enables when a CD drive is there.
 constexpr std::array<CommandRow, BarButtonCount> Rows{{
     {B::DirectoryButton, "DirectoryButton", P::FolderRow, 0, S::Enabled, &C::DirectoryButton,
      &C::DirectoryButton_Click},
@@ -55,7 +54,7 @@ constexpr std::array<CommandRow, BarButtonCount> Rows{{
     {B::magnifierButton, "magnifierButton", P::BottomRow, 5, S::Enabled, &C::magnifierButton,
      &C::magnifierButton_Click},
     {B::internetButton, "internetButton", P::BottomRow, 8, S::Hidden, &C::internetButton, nullptr},
-    {B::optionsButton, "optionsButton", P::BottomRow, 6, S::Disabled, &C::optionsButton,
+    {B::optionsButton, "optionsButton", P::BottomRow, 6, S::Enabled, &C::optionsButton,
      &C::optionsButton_Click},
     {B::multimediaButton, "multimediaButton", P::BottomRow, 6, S::Enabled, &C::multimediaButton,
      &C::multimediaButton_Click},

@@ -27,6 +27,7 @@
 #include "shell/SplashMessage.h"
 #include "shell/StartUp.h"
 #include "shell/WindowFit.h"
+#include "system/Associations.h"
 
 MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
     : QMainWindow(parent),
@@ -209,6 +210,16 @@ void MainForm::MDIForm_Activate() {
     browser->Form_Load();
     QApplication::changeOverrideCursor(Qt::WaitCursor);
     QCoreApplication::processEvents();
+    // Once the options have been saved, every start puts the associations
+    // right again, before the browser first comes forward.
+    if (settings::GetSetting("Defined", "No") == "Yes" && !app.AssociationsReset) {
+      if (app.SplashShown) {
+        if (Logo* logo = Logo::Instance()) logo->SetMessage("PLEASE WAIT... Resetting file associations");
+        LetEventsRunFor(1000);
+      }
+      ResetFileAssociations();
+      app.AssociationsReset = true;
+    }
     if (app.SplashShown) {
       Windows().Unload(WindowId::Logo);
       app.SplashShown = false;

@@ -19,3 +19,8 @@ void RemoveStartupShortcut(const QString& linkName);
 // Where the links lie, whether they exist or not.
 QString StartupShortcutPath(const QString& linkName);
 QString QuickLaunchShortcutPath(const QString& linkName);
+
+// The desktop entry of a link named `name` that starts `target` with the
+// arguments: its program quoted for the Exec line, TryExec, the icon beside
+// the program when there is one.
+QString LauncherEntry(const QString& name, const QString& target, const QString& arguments);
