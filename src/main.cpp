@@ -7,6 +7,7 @@
 #include "cd/TagWindows.h"
 #include "shell/Main.h"
 #include "shell/OptionsEntry.h"
+#include "system/AgentHelp.h"
 #include "viewers/ViewerWindows.h"
 
 int main(int argc, char** argv) {
@@ -16,6 +17,7 @@ int main(int argc, char** argv) {
   RegisterTagWindows();
   RegisterAlbumWindows();
   RegisterOptionsWindow();
+  RegisterTutorialWindow();
   // The Audios tab names the tracks of an audio CD by their titles.
   SetCdTitleLookup(CdTitlesOfDrive);
   return Main(application);

@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPainter>
+#include <QPointer>
 #include <QPushButton>
 #include <QScreen>
 #include <QTimer>
@@ -24,6 +25,7 @@
 #include "fileops/NameCharacters.h"
 #include "fileops/WindowKeys.h"
 #include "platform/KeyCodes.h"
+#include "system/AgentModule.h"
 #include "platform/SystemMessage.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
@@ -171,6 +173,14 @@ void ChooseDirectory::Display(const QString& folder, const QString& mode) {
 
   app.ChosenFolder = folder;
   FolderTreeRefresh();
+  // During the guided tour the window only shows itself, and goes again
+  // after three seconds or when the tutorial's character has left.
+  if (Agent().TourRunning) {
+    QTimer::singleShot(0, this, [self = QPointer<ChooseDirectory>(this)] {
+      WaitForMerlin(3);
+      if (self && !self->closed_) self->cancelButton_Click();
+    });
+  }
 }
 
 void ChooseDirectory::FolderTreeRefresh() {

@@ -24,6 +24,7 @@
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
 #include "core/WindowShow.h"
+#include "system/AgentHelp.h"
 #include "system/MixerModule.h"
 
 using namespace commandbar;
@@ -50,8 +51,7 @@ void CommandBar::DirectoryButton_Click() {
 
 void CommandBar::HelpButton_Click() {
   ReleaseFocus();
-  // The animated tutorial is not part of the program yet; its button stays
-  // disabled until it is.
+  StartTutorialFromBar();
 }
 
 void CommandBar::aboutButton_Click() {

@@ -12,6 +12,8 @@
 #include <QStyleOptionTitleBar>
 #include <QLineEdit>
 #include <QMdiSubWindow>
+#include <QTimer>
+#include <QPointer>
 #include <QMovie>
 #include <QScreen>
 
@@ -33,6 +35,7 @@
 #include "core/WindowRegistry.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
+#include "system/AgentModule.h"
 #include "viewers/AniGif.h"
 #include "viewers/PictureHolder.h"
 #include "viewers/SingleImageLayout.h"
@@ -186,6 +189,14 @@ void SingleImage::Form_Load() {
   app.OpenedFromSearch = false;
   LayOut();
   LoadImage();
+  // During the guided tour the viewer only shows itself, and goes again
+  // after five seconds or when the tutorial's character has left.
+  if (Agent().TourRunning) {
+    QTimer::singleShot(0, this, [self = QPointer<SingleImage>(this)] {
+      WaitForMerlin(5);
+      if (self) self->CloseViewer();
+    });
+  }
 }
 
 QRect SingleImage::FrameTwips() const { return ViewerFrameTwips(this); }
