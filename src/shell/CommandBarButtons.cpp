@@ -12,7 +12,6 @@
 #include "catalogue/PathRoutines.h"
 #include "controls/Button.h"
 #include "fileops/ChooseDirectory.h"
-#include "platform/DesktopHandlers.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
@@ -25,6 +24,7 @@
 #include "core/WindowRegistry.h"
 #include "core/WindowShow.h"
 #include "system/AgentHelp.h"
+#include "system/Associations.h"
 #include "system/MixerModule.h"
 
 using namespace commandbar;
@@ -128,7 +128,7 @@ void CommandBar::videoButton_Click() {
 
 void CommandBar::dvdButton_Click() {
   ReleaseFocus();
-  if (!platform::HasDefaultApplicationFor("x-content/video-dvd")) {
+  if (!DvdPlayerPresent()) {
     Say("DVD player is not available", OkInformation, "DVD Player");
     return;
   }
