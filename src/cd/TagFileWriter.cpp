@@ -10,6 +10,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/LeftoverFiles.h"
+
 namespace {
 
 // Puts the patches' bytes that fall inside the block starting at `at`.
@@ -71,10 +73,15 @@ bool WriteTagEdits(const QString& path, const std::vector<FilePatch>& patches) {
     ::close(in);
     return false;
   }
-  QByteArray temporary = QFile::encodeName(QFileInfo(target).absolutePath() + "/.tags-XXXXXX");
+  const QString folder = QFileInfo(target).absolutePath();
+  QByteArray temporary = QFile::encodeName(folder + "/" + TagTemporaryPrefix + "XXXXXX");
+  // Noted first: a copy cut off by the end of the program is removed at the
+  // next start.
+  const QString note = platform::NoteTemporaries(folder, TagTemporaryPrefix);
   const int out = ::mkostemp(temporary.data(), O_CLOEXEC);
   if (out < 0) {
     ::close(in);
+    platform::ForgetLeftover(note);
     return false;
   }
   bool written = CopyPatched(in, out, patches);
@@ -89,8 +96,10 @@ bool WriteTagEdits(const QString& path, const std::vector<FilePatch>& patches) {
   written = written && ::rename(temporary.constData(), targetName.constData()) == 0;
   if (!written) {
     ::unlink(temporary.constData());
+    platform::ForgetLeftover(note);
     return false;
   }
-  SyncFolder(QFile::encodeName(QFileInfo(target).absolutePath()));
+  SyncFolder(QFile::encodeName(folder));
+  platform::ForgetLeftover(note);
   return true;
 }

@@ -7,6 +7,11 @@
 #include <QString>
 #include <vector>
 
+// The prefix of the temporary copies made beside the file; a copy cut off
+// by the end of the program is removed at the next start
+// (platform/LeftoverFiles.h).
+inline constexpr const char* TagTemporaryPrefix = ".vistrel-tags-";
+
 // Bytes to put at an offset of the file.
 struct FilePatch {
   qint64 Offset = 0;

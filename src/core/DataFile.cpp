@@ -67,8 +67,18 @@ QString ProgramFolderFile(const QString& name) {
 QString DataFilePath() { return ProgramFolderFile(QStringLiteral("Vistrel.VRD")); }
 QString DataFileTempPath() { return ProgramFolderFile(QStringLiteral("MediaTemp.VRD")); }
 
+void RemoveLeftoverCompaction(const QString& tempPath) {
+  // The engine's journal of the copy goes too: a stale one would be played
+  // back into the next copy made under that name.
+  for (const QString& path : {tempPath, tempPath + QStringLiteral("-journal")})
+    if (QFileInfo(path).isFile() || QFileInfo(path).isSymLink()) QFile::remove(path);
+}
+
 bool OpenDataFile(const std::function<void(const QString&)>& stage) {
   if (stage) stage(QStringLiteral("PLEASE WAIT... Opening data file"));
+  // A compaction cut off by the end of the last run leaves its copy; the
+  // data file itself was never touched by it.
+  RemoveLeftoverCompaction(DataFileTempPath());
   const QString path = DataFilePath();
   if (!QFileInfo(path).isFile()) {
     ShowMissingMessage();
@@ -100,7 +110,7 @@ void CloseDataFile() {
 
 bool CompactDataFile(const QString& dataPath, const QString& tempPath) {
   const QString key = QString::fromLatin1(DataFilePassword);
-  if (QFileInfo(tempPath).isFile() || QFileInfo(tempPath).isSymLink()) QFile::remove(tempPath);
+  RemoveLeftoverCompaction(tempPath);
   const QFileInfo data(dataPath);
   // A file the user made read-only, or one reached through a link, is left
   // alone: replacing it would undo the user's arrangement.

@@ -11,7 +11,12 @@ QString ProgramFolderFile(const QString& name);
 QString DataFilePath();
 QString DataFileTempPath();
 
-// Opens the shared connection (App().DatabaseConnection). A missing or
+// Removes a compacted copy (and its journal) left at tempPath by a
+// compaction that was cut off.
+void RemoveLeftoverCompaction(const QString& tempPath);
+
+// Opens the shared connection (App().DatabaseConnection), after removing a
+// compacted copy left by a cut-off compaction. A missing or
 // unreadable file, or one that the program's password does not open, shows
 // the stop message and gives false: the program must end. The file itself is
 // left as it was.
@@ -23,6 +28,7 @@ bool OpenDataFile(const std::function<void(const QString&)>& stage = {});
 void CloseDataFile();
 
 // Writes a compacted copy of the data file into tempPath, checks the copy and
-// only then puts it in the data file's place. A leftover tempPath is removed
-// first; on any failure the copy goes and the data file stays untouched.
+// only then puts it in the data file's place (a rename, so the data file is
+// at every moment either the old file or the whole copy). A leftover tempPath
+// is removed first; on any failure the copy goes and the data file stays untouched.
 bool CompactDataFile(const QString& dataPath, const QString& tempPath);

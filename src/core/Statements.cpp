@@ -117,13 +117,15 @@ qint32 SaveAlbum(Database& db, qint32 playlistId, const QString& name, bool prev
 }
 
 bool DeleteAlbum(Database& db, qint32 playlistId) {
+  SqlTransaction transaction(db.Connection());
+  if (!transaction.IsActive()) return false;
   // Entries first, so that a failure never leaves entries without a header.
   SqlStatement entries = db.Prepare(QStringLiteral("DELETE FROM PlaylistFiles WHERE PlaylistID = ?"));
   entries.Bind(1, playlistId);
   if (!entries.Run()) return false;
   SqlStatement header = db.Prepare(QStringLiteral("DELETE FROM PlaylistHeader WHERE PlaylistID = ?"));
   header.Bind(1, playlistId);
-  return header.Run();
+  return header.Run() && transaction.Commit();
 }
 
 // ---- Picture captions -----------------------------------------------------
@@ -138,6 +140,9 @@ QString SelectFileCaption(Database& db, const QString& fileName) {
 
 bool SaveFileCaption(Database& db, const QString& fileName, const QString& caption) {
   if (BreaksQuotedStatement(fileName)) return false;
+  // The row found is the row written: no other writer comes between.
+  SqlTransaction transaction(db.Connection());
+  if (!transaction.IsActive()) return false;
   SqlStatement find =
       db.Prepare(QStringLiteral("SELECT rowid FROM FileCaptions WHERE FileName = ? ORDER BY rowid"));
   find.Bind(1, fileName);
@@ -148,7 +153,7 @@ bool SaveFileCaption(Database& db, const QString& fileName, const QString& capti
 
   SqlStatement write;
   if (!found) {
-    if (caption.isEmpty()) return true;
+    if (caption.isEmpty()) return transaction.Commit();
     write = db.Prepare(QStringLiteral("INSERT INTO FileCaptions (FileName, FileCaption) VALUES (?, ?)"));
     write.Bind(1, fileName).Bind(2, caption);
   } else if (caption.isEmpty()) {
@@ -158,7 +163,9 @@ bool SaveFileCaption(Database& db, const QString& fileName, const QString& capti
     write = db.Prepare(QStringLiteral("UPDATE FileCaptions SET FileCaption = ? WHERE rowid = ?"));
     write.Bind(1, caption).Bind(2, row);
   }
-  return write.Run();
+  if (!write.Run()) return false;
+  write = SqlStatement();
+  return transaction.Commit();
 }
 
 bool RenameFileCaption(Database& db, const QString& sourceFile, const QString& targetFile) {

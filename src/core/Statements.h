@@ -58,7 +58,7 @@ bool SavePlaylistFiles(Database& db, qint32 playlistId, const QStringList& files
 qint32 SaveAlbum(Database& db, qint32 playlistId, const QString& name, bool preventDuplicates,
                  const QStringList& files);
 
-// Deletes the album's entries, then its header.
+// Deletes the album's entries, then its header, as one transaction.
 bool DeleteAlbum(Database& db, qint32 playlistId);
 
 // ---- Picture captions -----------------------------------------------------

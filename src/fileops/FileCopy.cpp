@@ -10,6 +10,8 @@
 #include <climits>
 #include <memory>
 
+#include "platform/LeftoverFiles.h"
+
 namespace {
 
 constexpr size_t BufferBytes = 1 << 20;
@@ -87,12 +89,24 @@ int CopyInPlace(int in, const QByteArray& target, qint64 expected) {
   return copied == expected ? 0 : EIO;
 }
 
+void SyncFolder(const QByteArray& folder) {
+  Descriptor fd(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (fd.get() >= 0) ::fsync(fd.get());
+}
+
 int CopyThroughTemporary(int in, const struct stat& source, const QByteArray& target) {
   const qsizetype slash = target.lastIndexOf('/');
   const QByteArray folder = slash < 0 ? QByteArray(".") : target.left(slash == 0 ? 1 : slash);
   QByteArray temporary = folder + (folder.endsWith('/') ? "" : "/") + CopyTemporaryPrefix + "XXXXXX";
+  // Noted first: a run that ends before the rename has its partial copy
+  // removed at the next start.
+  const QString note = platform::NoteTemporaries(QFile::decodeName(folder), CopyTemporaryPrefix);
   Descriptor out(::mkostemp(temporary.data(), O_CLOEXEC));
-  if (out.get() < 0) return errno;
+  if (out.get() < 0) {
+    const int error = errno;
+    platform::ForgetLeftover(note);
+    return error;
+  }
 
   qint64 copied = 0;
   int error = CopyStream(in, out.get(), copied);
@@ -106,6 +120,9 @@ int CopyThroughTemporary(int in, const struct stat& source, const QByteArray& ta
   if (const int closed = out.Close(); !error) error = closed;
   if (!error && ::rename(temporary.constData(), target.constData()) != 0) error = errno;
   if (error) ::unlink(temporary.constData());
+  // The new name is on the disk too before anyone removes the source.
+  if (!error) SyncFolder(folder);
+  platform::ForgetLeftover(note);
   return error;
 }
 

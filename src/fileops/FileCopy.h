@@ -17,5 +17,7 @@
 // (a device, a pipe) is written in place, as nothing can stand in for it.
 int CopyFileContents(const QString& source, const QString& target);
 
-// The prefix of the temporary files the copy makes beside its target.
+// The prefix of the temporary files the copy makes beside its target. Each
+// copy notes its folder while it runs (platform/LeftoverFiles.h), so that a
+// copy cut off by the end of the program is removed at the next start.
 inline constexpr const char* CopyTemporaryPrefix = ".vistrel-copy-";

@@ -21,6 +21,7 @@
 #include "fileops/WipeWork.h"
 #include "core/WorkerWait.h"
 #include "platform/FileTimes.h"
+#include "platform/LeftoverFiles.h"
 #include "platform/SystemMessage.h"
 #include "platform/Trash.h"
 
@@ -51,13 +52,19 @@ QString JoinName(const QString& folder, const QString& name) {
 // Whether a file may be made in the folder: a probe folder is made there
 // and taken away again. A folder part that is no folder fails too.
 bool FolderWritable(const QString& folder) {
-  const QByteArray probe = QFile::encodeName(JoinName(folder, "temporary_vistrel_folder"));
+  const QString probePath = JoinName(folder, "temporary_vistrel_folder");
+  const QByteArray probe = QFile::encodeName(probePath);
+  // Noted first: a probe left by a run cut off goes at the next start.
+  const QString note = ::access(probe.constData(), F_OK) != 0 ? platform::NoteProbeFolder(probePath) : QString();
   if (::mkdir(probe.constData(), 0700) != 0) {
+    const int failure = errno;
+    platform::ForgetLeftover(note);
     // One left from an earlier run: the folder's own permission answers.
-    if (errno == EEXIST) return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;
+    if (failure == EEXIST) return ::access(QFile::encodeName(folder).constData(), W_OK) == 0;
     return false;
   }
   ::rmdir(probe.constData());
+  platform::ForgetLeftover(note);
   return true;
 }
 
@@ -139,6 +146,9 @@ bool WipeFile(const QString& path) {
     if (!error) error = result;
   };
 
+  // From the first byte overwritten the file can only go: should the program
+  // end before it is gone, the next start removes it.
+  const QString wipeNote = platform::NoteFileToRemove(path);
   // A link is not followed: the file it points to is not the one to wipe.
   const int fd = ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CLOEXEC | O_NOFOLLOW);
   if (fd >= 0) {
@@ -160,19 +170,27 @@ bool WipeFile(const QString& path) {
   const QString folder = FolderOf(path);
   const QString name = path.mid(path.lastIndexOf('/') + 1);
   const auto random = [] { return QRandomGenerator::global()->generateDouble(); };
-  QString renamed;
+  QString renamed, renamedNote;
   for (int attempt = 0; attempt < 100 && renamed.isEmpty(); ++attempt) {
     const QString candidate = JoinName(folder, WipeName(name.size(), random));
-    if (RenameWithoutReplacing(path, candidate))
+    const QString nameNote = platform::NoteFileToRemove(path, candidate);
+    if (RenameWithoutReplacing(path, candidate)) {
       renamed = candidate;
-    else if (errno != EEXIST)
+      renamedNote = nameNote;
       break;
+    }
+    const int failure = errno;
+    platform::ForgetLeftover(nameNote);
+    errno = failure;
+    if (errno != EEXIST) break;
   }
   if (renamed.isEmpty()) {
     note(errno ? errno : EEXIST);
     renamed = path;
   }
   if (::unlink(QFile::encodeName(renamed).constData()) != 0) note(errno);
+  platform::ForgetLeftover(renamedNote);
+  platform::ForgetLeftover(wipeNote);
 
   HideDeleteMessage();
   QApplication::restoreOverrideCursor();

@@ -35,6 +35,9 @@ bool RecycleFile(const QString& path);
 // pass flushed to the disk, while DeleteMessage shows with the wait
 // pointer; waits three seconds letting events run; then gives the file a
 // random name of the same length and removes it. True when it is gone.
+// The file is noted before its first byte is overwritten: a wipe cut off by
+// the end of the program is finished (the file removed, under either name)
+// at the next start.
 bool WipeFile(const QString& path);
 
 // Shows DeleteVerify modal and gives its answer: 6 yes, 7 no, 2 for Esc

@@ -15,6 +15,7 @@
 #include "core/DataFile.h"
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
+#include "platform/LeftoverFiles.h"
 #include "platform/SiblingPrograms.h"
 #include "platform/Twips.h"
 #include "shell/BrowserArea.h"
@@ -121,6 +122,9 @@ bool MainForm::MDIForm_Load() {
   }
   if (app.SplashShown) ShowSplash();
 
+  // Temporary files and half-wiped files of a run that was cut off go
+  // before anything else is done.
+  platform::CleanLeftovers();
   if (!OpenDataFile(ShowSplashMessage)) {
     QApplication::restoreOverrideCursor();
     Windows().Unload(WindowId::Logo);
