@@ -290,11 +290,12 @@ bool MessageBox::eventFilter(QObject* watched, QEvent* event) {
     return false;
   }
 
-  if (watched == TopHeading || watched == TopCaption || watched == Background ||
-      watched == MsgText) {
+  if ((watched == TopHeading || watched == TopCaption || watched == Background ||
+       watched == MsgText) &&
+      type == QEvent::MouseButtonPress) {
+    // Only a press is a mouse event here; other events are not cast.
     auto* mouse = static_cast<QMouseEvent*>(event);
-    if (type == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton &&
-        Owner_.Moveable()) {
+    if (mouse->button() == Qt::LeftButton && Owner_.Moveable()) {
       StartMove(mouse);
       return true;
     }
