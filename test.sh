@@ -9,3 +9,7 @@ cmake -S . -B build -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
 cmake --build build
 export QT_QPA_PLATFORM=offscreen
 ctest --test-dir build --output-on-failure -j"$(nproc)"
+# CI also runs every fuzzer over the program's own parsers for a short while.
+if [ "${CI:-}" = "true" ]; then
+  scripts/fuzz.sh 30
+fi

@@ -1,5 +1,6 @@
 #include "browser/ThumbnailCache.h"
 
+#include <QBuffer>
 #include <QCryptographicHash>
 #include <QDateTime>
 #include <QDir>
@@ -8,6 +9,7 @@
 #include <QImageReader>
 #include <QImageWriter>
 #include <QTemporaryFile>
+#include <QtEndian>
 #include <cstdio>
 
 namespace {
@@ -110,18 +112,37 @@ void WriteStamped(const QString& target, QImage image, const QString& uri, const
 }
 
 // Reads a cache file if its stamp matches; image and its texts then filled.
+// The file is mapped rather than read, so a large foreign file costs nothing.
 bool ReadStamped(const QString& file, const QString& uri, const PictureStamp& stamp, QImage& image) {
   if (!stamp.Valid) return false;
-  QImageReader reader(file, "png");
-  reader.setDecideFormatFromContent(false);
-  if (!reader.canRead()) return false;
-  // No thumbnail is this large: a file that claims it is not read.
-  const QSize size = reader.size();
-  if (size.width() > MaxCachedEdge || size.height() > MaxCachedEdge) return false;
-  QImage read;
-  if (!reader.read(&read) || read.isNull()) return false;
-  if (!MatchesStamp(read, uri, stamp)) return false;
-  image = read;
+  QFile entry(file);
+  if (!entry.open(QIODevice::ReadOnly)) return false;
+  const qint64 size = entry.size();
+  if (size <= 0) return false;
+  if (const uchar* mapped = entry.map(0, size))
+    return ReadThumbnailEntry(QByteArray::fromRawData(reinterpret_cast<const char*>(mapped), qsizetype(size)),
+                              uri, stamp, image);
+  return ReadThumbnailEntry(entry.readAll(), uri, stamp, image);
+}
+
+// Whether each chunk of a PNG, up to its end chunk, lies within the bytes.
+// The PNG library takes a chunk's length on trust and makes room for it
+// before it finds the file too short: a damaged length in a small file
+// costs gigabytes and seconds at every read. Such a file would fail to
+// decode all the same, so it is refused before it is handed over.
+bool ChunksWithinBytes(const QByteArray& bytes) {
+  static constexpr char Signature[] = "\x89PNG\r\n\x1A\n";
+  constexpr qsizetype SignatureSize = sizeof Signature - 1;
+  constexpr qsizetype ChunkFrame = 12;  // length, type, and a CRC behind the data
+  if (!bytes.startsWith(QByteArrayView(Signature, SignatureSize))) return false;
+  qsizetype at = SignatureSize;
+  while (bytes.size() - at >= ChunkFrame) {
+    const quint32 length = qFromBigEndian<quint32>(bytes.constData() + at);
+    if (length > quint64(bytes.size() - at - ChunkFrame)) return false;
+    if (QByteArrayView(bytes.constData() + at + 4, 4) == "IEND") return true;
+    at += ChunkFrame + qsizetype(length);
+  }
+  // Running out before the end chunk is left to the reader to judge.
   return true;
 }
 
@@ -193,6 +214,25 @@ QString ThumbnailPath(const QString& path, int cellPixels) {
 
 QString FailureRecordPath(const QString& path) {
   return ThumbnailFolder() + "/fail/" + FailureFolderName + '/' + ThumbnailFileName(ThumbnailUri(path));
+}
+
+bool ReadThumbnailEntry(const QByteArray& bytes, const QString& uri, const PictureStamp& stamp, QImage& image) {
+  if (!stamp.Valid) return false;
+  if (!ChunksWithinBytes(bytes)) return false;
+  QBuffer buffer;
+  buffer.setData(bytes);
+  if (!buffer.open(QIODevice::ReadOnly)) return false;
+  QImageReader reader(&buffer, "png");
+  reader.setDecideFormatFromContent(false);
+  if (!reader.canRead()) return false;
+  // No thumbnail is this large: a file that claims it is not read.
+  const QSize size = reader.size();
+  if (size.width() > MaxCachedEdge || size.height() > MaxCachedEdge) return false;
+  QImage read;
+  if (!reader.read(&read) || read.isNull()) return false;
+  if (!MatchesStamp(read, uri, stamp)) return false;
+  image = read;
+  return true;
 }
 
 bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSize& originalSize) {

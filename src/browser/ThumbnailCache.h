@@ -12,6 +12,7 @@
 // Plain functions, safe to call from several threads at once. None of them
 // throws; an unreadable, foreign or corrupt cache file counts as a miss.
 
+#include <QByteArray>
 #include <QImage>
 #include <QSize>
 #include <QString>
@@ -57,6 +58,12 @@ PictureStamp ReadPictureStamp(const QString& path);
 // picture's own size as recorded with the thumbnail, or the thumbnail's size
 // when none was recorded.
 bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSize& originalSize);
+
+// The reading of one cache entry from its bytes, as ReadCachedThumbnail and
+// IsRecordedFailure do it with the file's: true only when the bytes are a PNG
+// of at most 1024 pixels a side that decodes and carries the stamp of uri
+// and stamp (see ReadCachedThumbnail); image then holds it with its texts.
+bool ReadThumbnailEntry(const QByteArray& bytes, const QString& uri, const PictureStamp& stamp, QImage& image);
 
 // Stores image as the thumbnail of path for a cell of cellPixels, reduced to
 // the cache size when it is larger (a smaller picture is stored as it is, so

@@ -42,6 +42,11 @@ bool ReadHeader(const QByteArray& b, PcxHeader& h) {
 // line. False when the data ends before the last line.
 bool Expand(const QByteArray& b, bool runLength, qsizetype end, qsizetype total,
             QByteArray& out) {
+  // A coded byte gives at most 63 bytes: data that can't fill the lines is
+  // refused before their room is taken, so a header that claims a huge
+  // picture over a few bytes of data costs nothing.
+  const qsizetype available = qMax<qsizetype>(0, end - kHeaderSize);
+  if (total > (runLength ? available * 63 : available)) return false;
   out.resize(total);
   char* dst = out.data();
   qsizetype filled = 0;

@@ -169,3 +169,41 @@ TEST(ThumbnailCacheTest, PictureRewrittenDuringItsDecodeLeavesNothing) {
   RecordFailure(rewritten, before);
   EXPECT_FALSE(QDir(ThumbnailFolder()).exists());
 }
+
+TEST(ThumbnailCacheTest, EntryWithAChunkLongerThanTheFileIsAMissUnread) {
+  PictureStamp stamp;
+  stamp.Valid = true;
+  stamp.MTimeMs = 1700000000000;
+  stamp.Size = 1234;
+  const QString uri = "file:///tmp/picture.jpg";
+
+  // A 2 x 2 entry with that stamp, whole: a hit.
+  QImage entry(2, 2, QImage::Format_ARGB32);
+  entry.fill(Qt::red);
+  entry.setText("Thumb::URI", uri);
+  entry.setText("Thumb::MTime", "1700000000");
+  entry.setText("Thumb::Size", "1234");
+  QByteArray whole;
+  QBuffer buffer(&whole);
+  ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
+  ASSERT_TRUE(entry.save(&buffer, "PNG"));
+  QImage read;
+  ASSERT_TRUE(ReadThumbnailEntry(whole, uri, stamp, read));
+  EXPECT_EQ(read.size(), QSize(2, 2));
+
+  // 238 bytes whose text chunk is longer than its length says, so that the
+  // next length read claims 1.7 GB: the PNG library took that room and spent
+  // seconds in it at every read before the chunks were checked.
+  QFile damaged(testenv::DataFolder() + "/fuzz/thumbnail-long-chunk.png");
+  ASSERT_TRUE(damaged.open(QIODevice::ReadOnly));
+  const QByteArray bytes = damaged.readAll();
+  ASSERT_EQ(bytes.size(), 238);
+  read = QImage();
+  EXPECT_FALSE(ReadThumbnailEntry(bytes, uri, stamp, read));
+  EXPECT_TRUE(read.isNull());
+  // The same with its last chunks cut off, and a length pointing past the end.
+  EXPECT_FALSE(ReadThumbnailEntry(whole.left(whole.size() - 20), uri, stamp, read));
+  QByteArray overlong = whole;
+  overlong[8] = '\x7F';  // the header chunk's length
+  EXPECT_FALSE(ReadThumbnailEntry(overlong, uri, stamp, read));
+}

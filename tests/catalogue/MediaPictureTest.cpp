@@ -262,4 +262,17 @@ TEST(PcxDecoderTest, PlanesRunsPalettesAndDamage) {
   EXPECT_TRUE(DecodePcx(QByteArray("\x0A\x05\x01", 3)).isNull());
 }
 
+TEST(PcxDecoderTest, HugeLinesOverFewBytesAreRefusedUnread) {
+  // A header of 22017 x 2486 pixels in three planes of 52171 bytes a line,
+  // over some two hundred bytes of data: the data can't fill the lines, so
+  // the picture is refused without taking room for them first.
+  const QByteArray bytes = Bytes(testenv::DataFolder() + "/fuzz/pcx-huge-lines.pcx");
+  ASSERT_EQ(bytes.size(), 333);
+  EXPECT_TRUE(LooksLikePcx(bytes));
+  EXPECT_TRUE(DecodePcx(bytes).isNull());
+  // Four planes of 65535 bytes a line, 65535 lines: 17 gigabytes claimed
+  // by three bytes.
+  EXPECT_TRUE(DecodePcx(PcxBytes(1, 4, 4096, 65535, 65535, QByteArray("\xFF\x00\x01", 3))).isNull());
+}
+
 }  // namespace
