@@ -42,6 +42,10 @@ struct MpvDevice::Player {
   bool loaded = false, ended = false;
   // Where the play stops; -1 for the end.
   qint64 stopAtMs = -1;
+  // Where a seek that has not landed yet goes; -1 when none is under way.
+  // Until the library says the play has restarted, its own position may
+  // still be the old one.
+  qint64 seekingToMs = -1;
 
   ~Player() {
     if (mpv) mpv_set_wakeup_callback(mpv, nullptr, nullptr);
@@ -60,6 +64,8 @@ struct MpvDevice::Player {
   void Handle(const mpv_event* event) {
     if (event->event_id == MPV_EVENT_FILE_LOADED) loaded = true;
     if (event->event_id == MPV_EVENT_END_FILE) ended = true;
+    if (event->event_id == MPV_EVENT_PLAYBACK_RESTART || event->event_id == MPV_EVENT_END_FILE)
+      seekingToMs = -1;
   }
 
   void Drain() {
@@ -237,6 +243,7 @@ qint64 MpvDevice::PositionMs() {
   // The last picture's time lies a little before the length: at the end
   // the position is where the play was to stop.
   if (atEnd || player_->ended) return player_->stopAtMs >= 0 ? player_->stopAtMs : LengthMs();
+  if (player_->seekingToMs >= 0) return player_->seekingToMs;
   double seconds = 0;
   if (!player_->Property("time-pos", seconds)) return -1;
   return qMax<qint64>(0, qRound64(seconds * 1000));
@@ -259,7 +266,7 @@ void MpvDevice::PlayFrom(qint64 fromMs, qint64 toMs) {
   if (!there) {
     const QByteArray target = QByteArray::number(qMax<qint64>(0, fromMs) / 1000.0, 'f', 3);
     const char* seek[] = {"seek", target.constData(), "absolute+exact", nullptr};
-    mpv_command(player_->mpv, seek);
+    if (mpv_command(player_->mpv, seek) >= 0) player_->seekingToMs = qMax<qint64>(0, fromMs);
   }
   player_->SetPause(false);
 }
