@@ -397,24 +397,7 @@ void SelectionSort::keyPressEvent(QKeyEvent* event) {
 }
 
 bool SelectionSort::Form_KeyDown(int keyCode, int shift) {
-  if (keyCode == keys::Escape && (shift == keys::NoShift || shift == keys::ShiftMask)) {
-    AppState& app = App();
-    app.CloseRefused = false;
-    Unload();
-    if (shift == keys::ShiftMask && !app.CloseRefused) {
-      app.QuickExit = true;
-      Windows().Unload(WindowId::MainForm);
-    }
-    return true;
-  }
-  if (keyCode == keys::F1 && shift == keys::NoShift) {
-    if (BarCommands* bar = CommandBarCommands()) {
-      QWidget* frame = FrameOf(this);
-      frame->showMinimized();
-      if (!bar->ClickIfEnabled(BarButton::HelpButton)) frame->showNormal();
-    }
-    return true;
-  }
+  if (HandleSettingsWindowKey(this, keyCode, shift, [this] { Unload(); })) return true;
   // Enter presses the button that has the focus, else the default one:
   // Save once something changed, Close before.
   if (keyCode == keys::Return && shift == keys::NoShift) {

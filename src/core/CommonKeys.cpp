@@ -4,6 +4,7 @@
 
 #include "core/AppState.h"
 #include "core/BarCommands.h"
+#include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
 #include "platform/KeyCodes.h"
 
@@ -78,4 +79,27 @@ void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinim
     return;
   }
   if (shift == keys::CtrlMask && keyCode == KeyF) if (auto* c = CommandsFor(window)) c->ClickIfEnabled(BarButton::searchButton);
+}
+
+bool HandleSettingsWindowKey(QWidget* window, int keyCode, int shift,
+                             const std::function<void()>& unload) {
+  if (keyCode == keys::Escape && (shift == keys::NoShift || shift == keys::ShiftMask)) {
+    AppState& app = App();
+    app.CloseRefused = false;
+    unload();
+    if (shift == keys::ShiftMask && !app.CloseRefused) {
+      app.QuickExit = true;
+      Windows().Unload(WindowId::MainForm);
+    }
+    return true;
+  }
+  if (keyCode == keys::F1 && shift == keys::NoShift) {
+    if (BarCommands* bar = CommandBarCommands()) {
+      QWidget* frame = FrameOf(window);
+      frame->showMinimized();
+      if (!bar->ClickIfEnabled(BarButton::HelpButton)) frame->showNormal();
+    }
+    return true;
+  }
+  return false;
 }

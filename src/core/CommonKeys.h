@@ -13,6 +13,8 @@
 //   Shift+Esc  unload the window and close the program
 //   Ctrl+F     file search (searchButton), if enabled
 
+#include <functional>
+
 class QWidget;
 
 // A window with a folder tree that F5 refreshes.
@@ -23,3 +25,11 @@ class FolderTreeWindow {
 };
 
 void HandleCommonKey(QWidget* window, int keyCode, int shift, bool unloadOnMinimise, bool hasTree);
+
+// Esc, Shift+Esc and F1 of the settings windows that live in the main
+// window's area: Esc unloads the window (through `unload`, which may be
+// refused); Shift+Esc also closes the program unless the window refused;
+// F1 minimises the window's frame while the tutorial runs, and puts it back
+// when the tutorial cannot start. True when the key was one of these.
+bool HandleSettingsWindowKey(QWidget* window, int keyCode, int shift,
+                             const std::function<void()>& unload);

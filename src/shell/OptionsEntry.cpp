@@ -411,24 +411,7 @@ void OptionsEntry::keyPressEvent(QKeyEvent* event) {
 }
 
 bool OptionsEntry::Form_KeyDown(int keyCode, int shift) {
-  if (keyCode == keys::Escape && (shift == keys::NoShift || shift == keys::ShiftMask)) {
-    AppState& app = App();
-    app.CloseRefused = false;
-    Unload();
-    if (shift == keys::ShiftMask && !app.CloseRefused) {
-      app.QuickExit = true;
-      Windows().Unload(WindowId::MainForm);
-    }
-    return true;
-  }
-  if (keyCode == keys::F1 && shift == keys::NoShift) {
-    if (BarCommands* bar = CommandBarCommands()) {
-      QWidget* frame = FrameOf(this);
-      frame->showMinimized();
-      if (!bar->ClickIfEnabled(BarButton::HelpButton)) frame->showNormal();
-    }
-    return true;
-  }
+  if (HandleSettingsWindowKey(this, keyCode, shift, [this] { Unload(); })) return true;
   // Enter presses the button that has the focus; in a field it does nothing.
   if (keyCode == keys::Return && shift == keys::NoShift) {
     if (auto* focused = qobject_cast<QPushButton*>(focusWidget()); focused && focused->isEnabled())
