@@ -14,6 +14,7 @@
 #include "core/AppState.h"
 #include "core/BarCommands.h"
 #include "core/CommonKeys.h"
+#include "core/SettingsClose.h"
 #include "core/Settings.h"
 #include "core/ViewerHost.h"
 #include "core/WindowFrame.h"
@@ -359,30 +360,15 @@ void SelectionSort::closeEvent(QCloseEvent* event) {
     event->accept();
     return;
   }
-  // A second close while the question is up waits for its answer.
-  if (asking_) {
+  const SettingsCloseOutcome outcome = AskBeforeSettingsClose(
+      saveButton->isEnabled(), asking_,
+      "The Vistrel selection/sort options have changed.\r\nDo you wish to save the changes?",
+      "Exit Sort/Selection Entry", [this] { return SaveSelection(); });
+  if (outcome == SettingsCloseOutcome::Refused) {
     event->ignore();
     return;
   }
-  AppState& app = App();
-  bool saved = false;
-  if (saveButton->isEnabled()) {
-    qint16 answer = 0;
-    if (app.MsgBox) {
-      asking_ = true;
-      answer = app.MsgBox->MsgBox(
-          "The Vistrel selection/sort options have changed.\r\nDo you wish to save the changes?",
-          35, "Exit Sort/Selection Entry");
-      asking_ = false;
-    }
-    // Cancel stays; so does a save that found the choices incomplete, as
-    // the user has just been told what to put right.
-    if (answer == 2 || (answer == 6 && !(saved = SaveSelection()))) {
-      app.CloseRefused = true;
-      event->ignore();
-      return;
-    }
-  }
+  const bool saved = outcome == SettingsCloseOutcome::ClosesSaved;
   closing_ = true;
   Windows().Closed(this);
   event->accept();

@@ -25,6 +25,7 @@
 #include "core/AppState.h"
 #include "core/BarCommands.h"
 #include "core/CommonKeys.h"
+#include "core/SettingsClose.h"
 #include "core/Settings.h"
 #include "core/ViewerHost.h"
 #include "core/WindowFrame.h"
@@ -370,30 +371,15 @@ void OptionsEntry::closeEvent(QCloseEvent* event) {
     event->accept();
     return;
   }
-  // A second close while the question is up waits for its answer.
-  if (asking_) {
+  const SettingsCloseOutcome outcome = AskBeforeSettingsClose(
+      saveButton->isEnabled(), asking_,
+      "The Vistrel options have changed.\r\nDo you wish to save the changes?", "Exit Options Entry",
+      [this] { return SaveOptions(); });
+  if (outcome == SettingsCloseOutcome::Refused) {
     event->ignore();
     return;
   }
-  AppState& app = App();
-  bool saved = false;
-  if (saveButton->isEnabled()) {
-    qint16 answer = 0;
-    if (app.MsgBox) {
-      asking_ = true;
-      answer = app.MsgBox->MsgBox(
-          "The Vistrel options have changed.\r\nDo you wish to save the changes?", 35,
-          "Exit Options Entry");
-      asking_ = false;
-    }
-    // Cancel stays; so does a save that found an entry missing, as the
-    // user has just been told what to put right.
-    if (answer == 2 || (answer == 6 && !(saved = SaveOptions()))) {
-      app.CloseRefused = true;
-      event->ignore();
-      return;
-    }
-  }
+  const bool saved = outcome == SettingsCloseOutcome::ClosesSaved;
   closing_ = true;
   balloons_->Clear();
   Windows().Closed(this);
