@@ -94,9 +94,9 @@ struct AppState : BrowserSession {
   // The system family. The program only runs on the one family here.
   bool IsNtPlatform = true, IsNotNtPlatform = false;
 
-  // Shared objects, created at start and released at the close. The file
-  // system service and the picture library of the original design are Qt's
-  // own file classes and LoadMediaPicture, which need no object.
+  // Shared objects, created at start and released at the close. Files and
+  // pictures need no shared object: Qt's file classes and LoadMediaPicture
+  // serve every window.
   Database* DatabaseConnection = nullptr;
   MsgBoxEnhanced* MsgBox = nullptr;
   // The audio mixer while it is open (OpenMixer to CloseMixer).
