@@ -6,6 +6,8 @@
 #   scripts/fuzz.sh [SECONDS]       each harness for SECONDS (default 30)
 #   scripts/fuzz.sh -runs=N         each harness for N executions
 #   FUZZ_ONLY="Pcx GifFrames" scripts/fuzz.sh ...   only those harnesses
+#   FUZZ_SEED=1 scripts/fuzz.sh ...  the same sequence of inputs every run
+#                                     (0, the default, a new one each run)
 #
 # Prints per harness the executions and the edges covered (libFuzzer's last
 # "cov:" figure); exits non-zero when any harness finds a crash, a leak or
@@ -61,7 +63,7 @@ for name in "${HARNESSES[@]}"; do
   if [ -d "$ROOT/tests/fuzz-corpus/$name" ]; then cp -n "$ROOT/tests/fuzz-corpus/$name/"* "$corpus/" 2>/dev/null; fi
   dict=()
   if [ -f "$ROOT/fuzz/$name.dict" ]; then dict=("-dict=$ROOT/fuzz/$name.dict"); fi
-  "$BUILD/fuzz/${name}Fuzz" "$LIMIT" -detect_leaks=1 -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
+  "$BUILD/fuzz/${name}Fuzz" "$LIMIT" -seed="${FUZZ_SEED:-0}" -detect_leaks=1 -max_len=4096 -timeout=10 -rss_limit_mb=2048 \
     -print_final_stats=1 "${dict[@]}" -artifact_prefix="$findings/" "$corpus" >"$log" 2>&1
   rc=$?
   stat=$(grep -E '^#[0-9]+' "$log" | grep 'cov:' | tail -1)

@@ -142,8 +142,10 @@ bool ChunksWithinBytes(const QByteArray& bytes) {
     if (QByteArrayView(bytes.constData() + at + 4, 4) == "IEND") return true;
     at += ChunkFrame + qsizetype(length);
   }
-  // Running out before the end chunk is left to the reader to judge.
-  return true;
+  // Running out before the end chunk is left to the reader to judge, but
+  // not a chunk cut inside its frame: the library would take its length on
+  // trust as above.
+  return at == bytes.size();
 }
 
 bool IsInsideCache(const QString& absolutePath) {

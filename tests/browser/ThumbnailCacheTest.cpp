@@ -201,6 +201,14 @@ TEST(ThumbnailCacheTest, EntryWithAChunkLongerThanTheFileIsAMissUnread) {
   read = QImage();
   EXPECT_FALSE(ReadThumbnailEntry(bytes, uri, stamp, read));
   EXPECT_TRUE(read.isNull());
+  // 235 bytes whose last chunk is cut inside its frame: its length alone,
+  // 1.7 GB again, stands before the end of the bytes.
+  QFile cut(testenv::DataFolder() + "/fuzz/thumbnail-cut-chunk.png");
+  ASSERT_TRUE(cut.open(QIODevice::ReadOnly));
+  const QByteArray cutBytes = cut.readAll();
+  ASSERT_EQ(cutBytes.size(), 235);
+  EXPECT_FALSE(ReadThumbnailEntry(cutBytes, uri, stamp, read));
+  EXPECT_TRUE(read.isNull());
   // The same with its last chunks cut off, and a length pointing past the end.
   EXPECT_FALSE(ReadThumbnailEntry(whole.left(whole.size() - 20), uri, stamp, read));
   QByteArray overlong = whole;
