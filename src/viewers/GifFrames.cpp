@@ -17,6 +17,12 @@ constexpr qsizetype ControlBlockSize = 8;
 // The delay of a frame that has no control block, in milliseconds.
 constexpr int PlainFrameDelay = 10;
 constexpr int LongestDelay = 65535;
+// The decoder draws every piece onto the whole logical screen, so a small
+// file may claim a large screen and thousands of frames. Splitting stops
+// once the pieces decoded have filled 2^29 pixels (seconds of work) or the
+// frames kept hold 2^28 (1 GB): the frames so far are what is played.
+constexpr qint64 DecodeBudget = qint64(1) << 29;
+constexpr qint64 HeldBudget = qint64(1) << 28;
 
 int ByteAt(const QByteArray& bytes, qsizetype at) {
   return at >= 0 && at < bytes.size() ? uchar(bytes[at]) : 0;
@@ -53,30 +59,40 @@ qsizetype DescriptorAt(const QByteArray& piece) {
 
 // Decodes one piece as a GIF of its own: the file's header and colour
 // table, the piece, a trailer. A null picture when it does not decode.
-QImage DecodePiece(const QByteArray& header, const QByteArray& piece) {
+QImage DecodePiece(GifSplit& split, const QByteArray& header, const QByteArray& piece) {
   QByteArray single;
   single.reserve(header.size() + piece.size() + 1);
   single.append(header).append(piece).append(Trailer);
   const QImage picture = QImage::fromData(single, "GIF");
+  split.DecodedPixels += qint64(picture.width()) * picture.height();
   if (picture.isNull()) return picture;
   return picture.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+void Keep(GifSplit& split, GifFrame&& frame) {
+  split.HeldPixels += qint64(frame.Picture.width()) * frame.Picture.height();
+  split.Frames.push_back(std::move(frame));
+}
+
+bool WithinBudget(const GifSplit& split) {
+  return split.DecodedPixels < DecodeBudget && split.HeldPixels < HeldBudget;
 }
 
 // A piece without a control block: what lies between the header and the
 // first frame mark, or the whole file when there is no mark at all.
 void AddPlainFrame(GifSplit& split, const QByteArray& header, const QByteArray& piece) {
   GifFrame frame;
-  frame.Picture = DecodePiece(header, piece);
+  frame.Picture = DecodePiece(split, header, piece);
   if (frame.Picture.isNull()) return;
   frame.Delay = PlainFrameDelay;
-  split.Frames.push_back(std::move(frame));
+  Keep(split, std::move(frame));
 }
 
 // A piece that begins with a control block, read for delay, disposal and,
 // from the second frame on, the frame's own rectangle.
 void AddControlledFrame(GifSplit& split, const QByteArray& header, const QByteArray& piece) {
   GifFrame frame;
-  frame.Picture = DecodePiece(header, piece);
+  frame.Picture = DecodePiece(split, header, piece);
   if (frame.Picture.isNull()) return;
   frame.Disposal = (ByteAt(piece, 3) & 28) / 4;
   const int delay = WordAt(piece, 4) * 10;
@@ -98,7 +114,7 @@ void AddControlledFrame(GifSplit& split, const QByteArray& header, const QByteAr
       frame.Top = split.Frames.front().Top + shown.top();
     }
   }
-  split.Frames.push_back(std::move(frame));
+  Keep(split, std::move(frame));
 }
 
 }  // namespace
@@ -136,7 +152,7 @@ GifSplit SplitFrames(const QByteArray& bytes) {
 
   // Each frame runs from its control block up to the block end in front of
   // the next one; the last runs to the end of the bytes.
-  while (start >= 0) {
+  while (start >= 0 && WithinBudget(split)) {
     const qsizetype mark = FindMark(bytes, start + ControlBlockSize - 1);
     const qsizetype end = mark < 0 ? bytes.size() : mark + 1;
     AddControlledFrame(split, header, bytes.mid(start, end - start));

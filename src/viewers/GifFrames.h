@@ -28,9 +28,14 @@ struct GifSplit {
   // The logical screen of the file's header; 0 when it is not a GIF.
   int PictureWidth = 0, PictureHeight = 0;
   std::vector<GifFrame> Frames;
+  // The pixels the decoder filled for the pieces, and those the frames
+  // hold: splitting stops when either grows too large.
+  qint64 DecodedPixels = 0;
+  qint64 HeldPixels = 0;
 };
 
 // Splits the bytes of a GIF file into frames. Bytes that are not a GIF give
 // no frames; pieces that do not decode are left out. Never reads outside
-// the bytes, whatever they hold.
+// the bytes, whatever they hold. A file whose frames would take seconds to
+// decode or more than 1 GB to hold gives the frames up to that point.
 GifSplit SplitFrames(const QByteArray& bytes);

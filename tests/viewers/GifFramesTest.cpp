@@ -181,3 +181,19 @@ TEST(AniGif, StillsAndBrokenFiles) {
   gif.LoadFile(Save("mark.gif", three.chopped(1) + QByteArray("\x00\x21\xF9", 3)), true);
   for (int i = 0; i < 4; ++i) gif.NextFrame();
 }
+
+TEST(GifFrames, ALargeScreenOfManyFramesStopsWhenDecodingGrowsTooCostly) {
+  // 100 frames of one pixel on a 4096 x 4096 screen: every piece decodes to
+  // the whole screen, so after 32 of them 2^29 pixels have been filled.
+  QString line = "--logical-screen 4096x4096";
+  const QString dot = Still("dot.gif", "1x1", "red");
+  for (int i = 0; i < 100; ++i) line += QString(" -d 5 --position %1,0 %2").arg(i).arg(dot);
+  const QByteArray gif = Gifsicle(line);
+  ASSERT_LT(gif.size(), 20000);
+  const GifSplit split = SplitFrames(gif);
+  ASSERT_EQ(split.Frames.size(), 32u);
+  EXPECT_EQ(split.Frames[0].Picture.size(), QSize(4096, 4096));
+  EXPECT_EQ(split.Frames[31].Picture.size(), QSize(1, 1));
+  EXPECT_EQ(split.Frames[31].Left, 31);
+  EXPECT_EQ(split.DecodedPixels, 536870912);
+}
