@@ -8,6 +8,7 @@
 #include "controls/BalloonHelp.h"
 #include "controls/NumberBox.h"
 #include "core/HelpTexts.h"
+#include "core/Trace.h"
 #include "platform/Twips.h"
 
 using namespace pagegeometry;
@@ -121,12 +122,15 @@ void BottomStrip::ShowTab(int tab, const TabState& state) {
 }
 
 void BottomStrip::ShowPageCount(int tab, const TabState& state) {
-  CountLabel[size_t(tab - 1)]->setText(
-      PageCountText(tab, state.PageStart, state.PageSize, state.Count));
+  SetCount(tab, PageCountText(tab, state.PageStart, state.PageSize, state.Count));
 }
 
-void BottomStrip::ShowEmptyCount(int tab) {
-  CountLabel[size_t(tab - 1)]->setText(EmptyCountText(tab));
+void BottomStrip::ShowEmptyCount(int tab) { SetCount(tab, EmptyCountText(tab)); }
+
+void BottomStrip::SetCount(int tab, const QString& text) {
+  QLabel* label = CountLabel[size_t(tab - 1)];
+  if (label->text() != text) Trace(QStringLiteral("count %1 %2").arg(tab).arg(text));
+  label->setText(text);
 }
 
 void BottomStrip::ShowPosition(int tab, qint32 item) {

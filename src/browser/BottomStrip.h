@@ -73,4 +73,6 @@ class BottomStrip {
 
   // Whether `object` is the size box or its text box.
   bool IsSizeBox(const QObject* object) const;
+ private:
+  void SetCount(int tab, const QString& text);
 };

@@ -1,7 +1,38 @@
 #include "core/WindowRegistry.h"
 
 #include <QCoreApplication>
-#include <algorithm>
+#include <QEvent>
+
+#include "core/Trace.h"
+
+namespace {
+
+class WindowTrace : public QObject {
+ public:
+  WindowTrace(WindowId id, QWidget* window) : QObject(window), id_(id) { window->installEventFilter(this); }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Show && event->type() != QEvent::Hide) return false;
+    auto* window = static_cast<QWidget*>(watched);
+    const QPoint at = window->mapToGlobal(QPoint(0, 0));
+    Trace(QStringLiteral("%1 %2 %3,%4 %5x%6")
+              .arg(event->type() == QEvent::Show ? "shown" : "hidden", WindowName(id_))
+              .arg(at.x())
+              .arg(at.y())
+              .arg(window->width())
+              .arg(window->height()));
+    return false;
+  }
+
+ private:
+  WindowId id_;
+};
+
+void TraceWindow(WindowId id, QWidget* window) {
+  if (window && Tracing()) new WindowTrace(id, window);
+}
+
+}  // namespace
 
 WindowRegistry& WindowRegistry::Instance() {
   static WindowRegistry registry;
@@ -16,10 +47,12 @@ void WindowRegistry::Loaded(WindowId id, QWidget* window) {
   Prune();
   for (Entry& e : entries_) {
     if (e.id == id) {
+      if (e.window != window) TraceWindow(id, window);
       e.window = window;
       return;
     }
   }
+  TraceWindow(id, window);
   entries_.push_back({id, window});
 }
 

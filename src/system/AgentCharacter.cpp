@@ -13,6 +13,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/Trace.h"
 #include "platform/SoundPlayer.h"
 #include "platform/SpeechSynth.h"
 #include "system/AgentBubble.h"
@@ -196,6 +197,7 @@ void AgentCharacter::Carry(const Request& request) {
       shown_ = true;
       show();
       raise();
+      Trace("character shown");
       if (fast_) {
         SetFrame(RestFrame);
         Done();
@@ -210,6 +212,7 @@ void AgentCharacter::Carry(const Request& request) {
       auto finish = [this] {
         const bool wasShown = shown_;
         hide();
+        if (wasShown) Trace("character hidden");
         bubble_->Clear();
         shown_ = false;
         SetFrame(RestFrame);

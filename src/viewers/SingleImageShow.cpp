@@ -27,6 +27,7 @@
 #include "core/BrowserCommands.h"
 #include "core/CommonKeys.h"
 #include "core/Settings.h"
+#include "core/Trace.h"
 #include "core/ViewerHost.h"
 #include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
@@ -102,6 +103,7 @@ void SingleImage::LoadImage() {
       if (BrowserCommands* browser = TheBrowserCommands()) browser->HighlightItem(PicturesTab, PictureIndex);
   }
   description_ = description;
+  Trace("picture" + description);
 
   CurrentFile = EntryPath(PictureIndex);
   Extension = GetFileExtension(CurrentFile).toLower().left(3);
