@@ -1,6 +1,8 @@
 #include "core/WindowShow.h"
 
+#include <QApplication>
 #include <QEventLoop>
+#include <QMdiArea>
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
@@ -15,6 +17,7 @@ QWidget* ShowWindow(WindowId id) {
   frame->show();
   frame->raise();
   window->activateWindow();
+  GiveKeyboard(window);
   return window;
 }
 
@@ -27,6 +30,7 @@ bool ShowWindowModal(WindowId id) {
   frame->show();
   frame->raise();
   window->activateWindow();
+  GiveKeyboard(window);
   // The window has gone when it is hidden, closed or destroyed.
   QEventLoop loop;
   QTimer watch;
@@ -36,4 +40,20 @@ bool ShowWindowModal(WindowId id) {
   watch.start(20);
   if (guard && guard->isVisible()) loop.exec();
   return true;
+}
+
+namespace {
+
+bool HoldsKeyboard(const QWidget* window) {
+  const QWidget* focus = QApplication::focusWidget();
+  return focus && (focus == window || window->isAncestorOf(focus));
+}
+
+}  // namespace
+
+void GiveKeyboard(QWidget* window) {
+  if (!window || HoldsKeyboard(window)) return;
+  if (auto* sub = qobject_cast<QMdiSubWindow*>(FrameOf(window)); sub && sub->mdiArea())
+    sub->mdiArea()->setActiveSubWindow(sub);
+  if (!HoldsKeyboard(window)) window->setFocus(Qt::ActiveWindowFocusReason);
 }

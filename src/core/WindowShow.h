@@ -57,3 +57,9 @@ QWidget* ShowWindow(WindowId id);
 // Loads the window and shows it modal, letting events run until it has
 // gone; false when it is not part of the program.
 bool ShowWindowModal(WindowId id);
+
+// Gives the keyboard to a window that has come forward, unless it already
+// holds it. A sub-window of the main window's area that shows does not take
+// it by itself: the keys would stay with the window in front before, and
+// Esc or Alt and a letter would miss the window the user sees in front.
+void GiveKeyboard(QWidget* window);

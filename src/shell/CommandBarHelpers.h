@@ -8,6 +8,7 @@
 #include "shell/SharedMessageBox.h"
 #include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
+#include "core/WindowShow.h"
 
 namespace commandbar {
 
@@ -30,6 +31,7 @@ inline void ShowNormal(WindowId id) {
   frame->showNormal();
   frame->raise();
   window->activateWindow();
+  GiveKeyboard(window);
 }
 
 }  // namespace commandbar

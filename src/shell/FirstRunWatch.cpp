@@ -8,6 +8,7 @@
 #include "core/Settings.h"
 #include "core/WindowFrame.h"
 #include "core/WindowRegistry.h"
+#include "core/WindowShow.h"
 #include "platform/SpeechEngine.h"
 #include "shell/CommandBar.h"
 
@@ -28,6 +29,9 @@ void ApplyFirstRunActions(const FirstRunActions& actions) {
   if (bar) bar->HelpButton->setEnabled(actions.HelpEnabled);
   if (actions.PressHelp && bar) bar->ClickIfEnabled(BarButton::HelpButton);
   if (actions.ShowOptionsEntry)
-    if (QWidget* options = FrameOf(Windows().Find(WindowId::OptionsEntry))) options->show();
+    if (QWidget* options = Windows().Find(WindowId::OptionsEntry)) {
+      FrameOf(options)->show();
+      GiveKeyboard(options);
+    }
   if (actions.PressOptions && bar) bar->ClickIfEnabled(BarButton::optionsButton);
 }

@@ -6,6 +6,9 @@
 #include <QMdiSubWindow>
 #include <QWindow>
 
+#include "core/Trace.h"
+#include "core/WindowRegistry.h"
+
 ForwardWindowWatch::ForwardWindowWatch(QMainWindow* main, QMdiArea* area)
     : QObject(main), main_(main), area_(area) {
   connect(qApp, &QGuiApplication::focusWindowChanged, this, &ForwardWindowWatch::Check);
@@ -36,5 +39,9 @@ void ForwardWindowWatch::Check() {
   if (!now || now == forward_) return;
   QWidget* previous = forward_;
   forward_ = now;
+  if (Tracing()) {
+    const std::optional<WindowId> id = Windows().IdOf(now);
+    Trace(QStringLiteral("front %1").arg(id ? WindowName(*id) : now->objectName()));
+  }
   emit ForwardChanged(previous, now);
 }

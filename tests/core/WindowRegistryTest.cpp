@@ -1,12 +1,18 @@
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QTest>
 #include <QCoreApplication>
 #include <QPointer>
 #include <QWidget>
 
 #include "core/AppState.h"
 #include "core/WindowRegistry.h"
+#include "core/WindowShow.h"
 
 namespace {
 // A window with unsaved changes whose user chooses to stay.
@@ -84,4 +90,27 @@ TEST(WindowRoles, OrdersOfTheRefitTheForwardAndTheClose) {
   EXPECT_EQ(names(WindowsWith([](const WindowRoles& r) { return r.MinimisedByBrowser; })),
             QStringList({"AlbumEdit", "FindFiles", "SelectionSort", "OptionsEntry", "SingleImage",
                          "SingleVideo", "SingleAudio"}));
+}
+
+TEST(WindowShow, AWindowBroughtForwardTakesTheKeyboardFromTheOneBefore) {
+  QMdiArea area;
+  auto* before = new QLineEdit;
+  auto* shown = new QWidget;  // a window whose controls take no focus of their own
+  auto* box = new QLineEdit(shown);
+  area.addSubWindow(before);
+  QMdiSubWindow* frame = area.addSubWindow(shown);
+  area.resize(400, 300);
+  area.show();
+  QApplication::setActiveWindow(&area);
+  area.setActiveSubWindow(qobject_cast<QMdiSubWindow*>(before->parentWidget()));
+  before->setFocus();
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QApplication::focusWidget() == before; }));
+
+  GiveKeyboard(shown);
+  EXPECT_EQ(area.activeSubWindow(), frame);
+  EXPECT_TRUE(QApplication::focusWidget() == shown || QApplication::focusWidget() == box);
+  // A window that holds the keyboard keeps its control focused.
+  box->setFocus();
+  GiveKeyboard(shown);
+  EXPECT_EQ(QApplication::focusWidget(), box);
 }
