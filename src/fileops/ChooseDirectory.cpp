@@ -335,7 +335,12 @@ QSize ChooseDirectory::FrameExtra() const {
   return QSize(0, 0);
 }
 
-QRect ChooseDirectory::OuterTwips() const { return TwipsOf(frameGeometry()); }
+// The outer size is the inner one and the frame it was sized with: the
+// frame the window system reports may come later or differ by a border, and
+// saving that would grow the window a little at every opening.
+QRect ChooseDirectory::OuterTwips() const {
+  return TwipsOf(QRect(frameGeometry().topLeft(), size() + appliedFrame_));
+}
 
 void ChooseDirectory::SetOuterTwips(const QRect& outer) {
   appliedFrame_ = FrameExtra();
