@@ -13,6 +13,8 @@
 #include "platform/Services.h"
 #include "platform/SystemMessage.h"
 #include "core/AppState.h"
+#include "core/Database.h"
+#include "shell/SharedMessageBox.h"
 #include "support/MessageBoxAnswer.h"
 
 namespace testenv {
@@ -22,6 +24,15 @@ namespace {
 std::unique_ptr<QTemporaryDir>& Current() {
   static std::unique_ptr<QTemporaryDir> dir;
   return dir;
+}
+
+// The program's shared objects that a test made without closing them (the
+// main window's start opens the data file and makes the message box, and
+// only its close lets them go). Resetting the state would lose them.
+void ReleaseSharedObjects() {
+  delete App().DatabaseConnection;
+  App().DatabaseConnection = nullptr;
+  ReleaseSharedMsgBox();
 }
 
 // Gives each test its own folders and a clean program state.
@@ -50,6 +61,8 @@ class IsolationListener : public testing::EmptyTestEventListener {
   void OnTestEnd(const testing::TestInfo&) override {
     // Still within the test: a message box it waited for in vain fails it.
     FinishMessageBoxWatches();
+    // Before the test's folders go: the connection still has its file open.
+    ReleaseSharedObjects();
     ResetAppState();
     platform::ResetServices();
     if (Current()) {
