@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QPointer>
 #include <QTimer>
 #include <clocale>
 
@@ -26,7 +27,9 @@ int Main(QApplication& application) {
   app.ColorDarkGrey = QColor(150, 150, 150);
   app.ColorLightGrey = QColor(192, 192, 192);
 
-  SizeForm sizeForm;
+  // The windows live on the heap: unloading a window deletes it later, and
+  // the main window is unloaded, like any other, when the program ends.
+  QPointer<SizeForm> sizeForm = new SizeForm;
 
   app.MainActivated = false;
   app.ShuttingDown = false;
@@ -42,15 +45,24 @@ int Main(QApplication& application) {
   app.TempFolder = QDir::tempPath().left(64);
   app.CurrentForm = nullptr;
 
-  MainForm mainForm(&sizeForm);
-  if (!mainForm.MDIForm_Load()) return 1;
-  mainForm.show();
-  mainForm.activateWindow();
+  QPointer<MainForm> mainForm = new MainForm(sizeForm);
+  const auto release = [&] {
+    delete mainForm.data();
+    delete sizeForm.data();
+  };
+  if (!mainForm->MDIForm_Load()) {
+    release();
+    return 1;
+  }
+  mainForm->show();
+  mainForm->activateWindow();
   // Without a window manager no activation ever comes; the first one is
   // then run by hand once the window is up.
-  QTimer::singleShot(300, &mainForm, [&mainForm] {
-    if (mainForm.FirstActivate) mainForm.MDIForm_Activate();
+  QTimer::singleShot(300, mainForm, [mainForm] {
+    if (mainForm && mainForm->FirstActivate) mainForm->MDIForm_Activate();
   });
   application.setQuitOnLastWindowClosed(false);
-  return application.exec();
+  const int code = application.exec();
+  release();
+  return code;
 }
