@@ -39,6 +39,9 @@ MainForm::MainForm(SizeForm* sizeForm, QWidget* parent)
   setObjectName("MainForm");
   setWindowTitle("Vistrel");
   setCentralWidget(area_);
+  // A window that closes hands the front to the one that was in front
+  // before it, as windows stacked on each other do.
+  area_->setActivationOrder(QMdiArea::ActivationHistoryOrder);
   // The strip beside the browser takes the colour of the window itself.
   area_->setBackground(palette().window());
   area_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
