@@ -16,6 +16,7 @@
 #include "albums/SearchEngine.h"
 #include "catalogue/NumberFormat.h"
 #include "catalogue/PathRoutines.h"
+#include "core/Trace.h"
 #include "fileops/FolderTreeView.h"
 #include "platform/Twips.h"
 
@@ -72,6 +73,7 @@ void AlbumEdit::startButton_Click() {
     if (Check2->isChecked() && !SearchPaths.isEmpty()) FileList->selectAll();
   }
   Count3->setText(CountOf(SearchCount()));
+  Trace(QStringLiteral("album search found %1").arg(SearchCount()));
   Picture2->clear();
   copyButton->setEnabled(!FileList->selectedItems().isEmpty());
   stopButton->setEnabled(false);

@@ -23,6 +23,7 @@
 #include "core/AppState.h"
 #include "core/WindowFrame.h"
 #include "core/Settings.h"
+#include "core/Trace.h"
 #include "core/ViewerHost.h"
 #include "core/WindowRegistry.h"
 #include "core/WindowShow.h"
@@ -224,6 +225,7 @@ void FindFiles::RunSearch() {
   searching_ = false;
 
   FillResultList();
+  Trace(QStringLiteral("search found %1").arg(HoldList->count()));
   startButton->setEnabled(true);
   startButton->setDefault(true);
   stopButton->setDefault(false);
