@@ -6,10 +6,10 @@
 
 // Qt's own decoder may take up to 128 MB for each frame of a large logical
 // screen; that is pixel filling in Qt, not the splitting, and would slow the
-// run a hundredfold. Frames beyond 4 MB are refused by the decoder here.
+// run a hundredfold. Frames beyond 1 MB are refused by the decoder here.
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
   fuzz::MakeApplication();
-  QImageReader::setAllocationLimit(4);
+  QImageReader::setAllocationLimit(1);
   return 0;
 }
 
