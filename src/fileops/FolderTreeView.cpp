@@ -1,6 +1,7 @@
 #include "fileops/FolderTreeView.h"
 
 #include "catalogue/CdDrives.h"
+#include "core/Trace.h"
 #include "fileops/FolderTreeModel.h"
 
 #include <QDir>
@@ -70,6 +71,7 @@ void FolderTreeView::EmitPathChange() {
   const QString path = Path();
   if (path == lastPath_) return;
   lastPath_ = path;
+  Trace("folder " + path);
   emit PathChanged(path);
 }
 

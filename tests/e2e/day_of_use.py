@@ -39,16 +39,27 @@ class Day:
         self.d.click(1190, 870)
 
     def choose_folder(self, path):
-        """In the folder chooser, or a window with a folder tree whose first
-        row is at (x, y): from the top of the tree, each folder of the path
-        is opened (+), entered (Down) and found by typing its name."""
-        self.d.key("Home")
-        for part in [p for p in path.split("/") if p]:
-            self.d.key("plus")
-            time.sleep(0.8)  # the folder model reads the folder's children
-            self.d.key("Down")
-            self.d.type(part)
-            time.sleep(0.6)  # the tree's type-ahead settles
+        """In a folder tree that has the keyboard: from the top of the tree,
+        each folder of the path is opened (+), entered (Down) and found by
+        typing its name. The folder model reads a folder's children after it
+        opens, so a busy machine may need a second, slower try."""
+        for pause in [0.8, 2.0, 4.0]:
+            self.d.skip_trace()
+            self.d.key("Home")
+            prefix = ""
+            try:
+                for part in [p for p in path.split("/") if p]:
+                    prefix += "/" + part
+                    self.d.key("plus")
+                    time.sleep(pause)
+                    self.d.key("Down")
+                    self.d.type(part)
+                    self.d.wait_trace(r"^folder " + re.escape(prefix) + "$", timeout=5 * pause)
+                time.sleep(0.5)  # the tree's type-ahead settles
+                return
+            except Failure:
+                pass
+        raise Failure("the folder tree never reached " + path)
 
     def first_run_options(self):
         x, y, _, _ = self.d.wait_window("OptionsEntry", timeout=180)

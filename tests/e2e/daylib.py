@@ -133,6 +133,10 @@ class Desktop:
                 raise Failure(f"no trace line {pattern!r} within {timeout} s")
             time.sleep(0.1)
 
+    def skip_trace(self):
+        """Later waits look only at lines from now on."""
+        self.cursor = len(self.trace_lines())
+
     def wait_window(self, name, timeout=60):
         """Waits for the window to show; where its inside stands on the screen
         and its size: x, y, width, height."""
