@@ -2,6 +2,7 @@
 manager, the program's trace, the keyboard and mouse, the data file read
 with the command-line database tool, and a folder of made media files."""
 
+import ctypes
 import os
 import re
 import shutil
@@ -98,9 +99,31 @@ class Desktop:
             if name in os.environ:
                 self.env[name] = os.environ[name]
         os.makedirs(self.env["XDG_RUNTIME_DIR"], mode=0o700)
+        self.map_keys(["ediaeresis", "Ediaeresis"])
         self.children.append(subprocess.Popen(["openbox"], env=self.env, stdout=subprocess.DEVNULL,
                                               stderr=subprocess.DEVNULL))
         time.sleep(0.5)
+
+    def map_keys(self, keysyms, keycode=254):
+        """Puts letters the keyboard map lacks on a spare key before the
+        program starts. The typing tool would otherwise map them for a moment
+        at each key, and on a busy machine the program reads the key after the
+        map has changed back."""
+        x11 = ctypes.CDLL("libX11.so.6")
+        x11.XOpenDisplay.restype = ctypes.c_void_p
+        x11.XOpenDisplay.argtypes = [ctypes.c_char_p]
+        x11.XStringToKeysym.restype = ctypes.c_ulong
+        x11.XStringToKeysym.argtypes = [ctypes.c_char_p]
+        x11.XChangeKeyboardMapping.argtypes = [ctypes.c_void_p, ctypes.c_int, ctypes.c_int,
+                                               ctypes.POINTER(ctypes.c_ulong), ctypes.c_int]
+        x11.XSync.argtypes = [ctypes.c_void_p, ctypes.c_int]
+        x11.XCloseDisplay.argtypes = [ctypes.c_void_p]
+        connection = x11.XOpenDisplay(self.display.encode())
+        check(connection, "the X server answers")
+        symbols = (ctypes.c_ulong * len(keysyms))(*[x11.XStringToKeysym(k.encode()) for k in keysyms])
+        x11.XChangeKeyboardMapping(connection, keycode, len(keysyms), symbols, 1)
+        x11.XSync(connection, 0)
+        x11.XCloseDisplay(connection)
 
     def start_program(self, program_folder):
         env = dict(self.env, QT_QPA_PLATFORM="xcb", QT_LOGGING_RULES="vistrel.trace.info=true")
