@@ -15,7 +15,6 @@ scratch folder stays, with the screen at that moment in failure.png.
 import os
 import re
 import shutil
-import subprocess
 import sys
 import tempfile
 import time
@@ -96,6 +95,14 @@ class Day:
         self.d.key("Next")  # walking on keeps the caption
         self.d.wait_trace(r"picture 2 of 146 files    Name: green\.jpg")
 
+    def send_to(self, keys, folder):
+        """Copies or moves the viewer's picture into a folder of the day."""
+        self.d.key(keys)
+        x, y, _, _ = self.d.wait_window("ChooseDirectory")
+        self.d.click(x + 150, y + 150)
+        self.choose_folder(os.path.join(self.day, folder))
+        self.d.key("Return")
+
     def rename_copy_move_delete(self):
         self.d.key("ctrl+r")
         self.d.wait_window("RenameFile")
@@ -103,21 +110,13 @@ class Day:
         self.d.key("Return")
         self.d.wait_trace(r"hidden RenameFile")
 
-        self.d.key("ctrl+c")
-        x, y, _, _ = self.d.wait_window("ChooseDirectory")
-        self.d.click(x + 150, y + 150)
-        self.choose_folder(os.path.join(self.day, "Kept"))
-        self.d.key("Return")
+        self.send_to("ctrl+c", "Kept")
         self.d.wait_trace(r"hidden ChooseDirectory")
         self.d.wait_file(os.path.join(self.day, "Kept", "Zoë's lake; day.jpg"))
 
         self.d.key("Next")
         self.d.wait_trace(r"picture 3 of 146 files    Name: orange\.jpg")
-        self.d.key("ctrl+m")
-        x, y, _, _ = self.d.wait_window("ChooseDirectory")
-        self.d.click(x + 150, y + 150)
-        self.choose_folder(os.path.join(self.day, "Moved"))
-        self.d.key("Return")
+        self.send_to("ctrl+m", "Moved")
         self.d.wait_trace(r"picture 4 of 146 files    Name: photo 001\.jpg")
 
         self.d.key("ctrl+d")
