@@ -45,7 +45,8 @@ if(VISTREL_FUZZ AND CMAKE_CXX_COMPILER_ID MATCHES "Clang")
   endfunction()
 
   vistrel_fuzz_library(VistrelFuzzTags ${VISTREL_SRC}/cd/Mp3Tags.cpp ${VISTREL_SRC}/cd/TagFileWriter.cpp
-                       ${VISTREL_SRC}/platform/FileTimes.cpp ${VISTREL_SRC}/platform/LeftoverFiles.cpp)
+                       ${VISTREL_SRC}/platform/FileTimes.cpp ${VISTREL_SRC}/platform/LeftoverFiles.cpp
+                       ${VISTREL_SRC}/platform/FileDescriptors.cpp)
   vistrel_fuzz_library(VistrelFuzzGif ${VISTREL_SRC}/viewers/GifFrames.cpp)
   vistrel_fuzz_library(VistrelFuzzPcx ${VISTREL_SRC}/catalogue/PcxDecoder.cpp)
   vistrel_fuzz_library(VistrelFuzzNumeric ${VISTREL_SRC}/controls/NumericFormat.cpp)

@@ -10,6 +10,7 @@
 #include <cerrno>
 #include <cstring>
 
+#include "platform/FileDescriptors.h"
 #include "platform/LeftoverFiles.h"
 
 namespace {
@@ -25,17 +26,6 @@ void ApplyPatches(char* block, qint64 at, qint64 size, const std::vector<FilePat
   }
 }
 
-bool WriteAll(int fd, const char* data, qint64 size) {
-  while (size > 0) {
-    const ssize_t written = ::write(fd, data, size_t(size));
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    data += written;
-    size -= written;
-  }
-  return true;
-}
-
 // Copies the whole of `in` to `out`, patched on the way.
 bool CopyPatched(int in, int out, const std::vector<FilePatch>& patches) {
   constexpr qint64 BlockSize = 1 << 20;
@@ -47,7 +37,7 @@ bool CopyPatched(int in, int out, const std::vector<FilePatch>& patches) {
     if (got < 0) return false;
     if (got == 0) return true;
     ApplyPatches(block.data(), at, got, patches);
-    if (!WriteAll(out, block.constData(), got)) return false;
+    if (!platform::WriteAll(out, block.constData(), got)) return false;
     at += got;
   }
 }

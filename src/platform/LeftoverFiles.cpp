@@ -1,4 +1,5 @@
 #include "platform/LeftoverFiles.h"
+#include "platform/FileDescriptors.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -24,19 +25,6 @@ QString NotesFolder() {
          QStringLiteral("/Vistrel/leftovers");
 }
 
-bool WriteAll(int fd, const QByteArray& bytes) {
-  const char* data = bytes.constData();
-  qsizetype size = bytes.size();
-  while (size > 0) {
-    const ssize_t written = ::write(fd, data, size_t(size));
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    data += written;
-    size -= written;
-  }
-  return true;
-}
-
 // Writes a note of one line (ended by a line break, so that a note cut short
 // is recognised and ignored). Its path, or "".
 QString WriteNote(const QByteArray& line) {
@@ -46,7 +34,8 @@ QString WriteNote(const QByteArray& line) {
                                       QLatin1String("XXXXXX"));
   const int fd = ::mkostemp(name.data(), O_CLOEXEC);
   if (fd < 0) return QString();
-  const bool written = WriteAll(fd, line + '\n');
+  const QByteArray text = line + '\n';
+  const bool written = WriteAll(fd, text.constData(), text.size());
   if (::close(fd) != 0 || !written) {
     ::unlink(name.constData());
     return QString();
