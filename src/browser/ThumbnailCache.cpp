@@ -125,29 +125,6 @@ bool ReadStamped(const QString& file, const QString& uri, const PictureStamp& st
   return ReadThumbnailEntry(entry.readAll(), uri, stamp, image);
 }
 
-// Whether each chunk of a PNG, up to its end chunk, lies within the bytes.
-// The PNG library takes a chunk's length on trust and makes room for it
-// before it finds the file too short: a damaged length in a small file
-// costs gigabytes and seconds at every read. Such a file would fail to
-// decode all the same, so it is refused before it is handed over.
-bool ChunksWithinBytes(const QByteArray& bytes) {
-  static constexpr char Signature[] = "\x89PNG\r\n\x1A\n";
-  constexpr qsizetype SignatureSize = sizeof Signature - 1;
-  constexpr qsizetype ChunkFrame = 12;  // length, type, and a CRC behind the data
-  if (!bytes.startsWith(QByteArrayView(Signature, SignatureSize))) return false;
-  qsizetype at = SignatureSize;
-  while (bytes.size() - at >= ChunkFrame) {
-    const quint32 length = qFromBigEndian<quint32>(bytes.constData() + at);
-    if (length > quint64(bytes.size() - at - ChunkFrame)) return false;
-    if (QByteArrayView(bytes.constData() + at + 4, 4) == "IEND") return true;
-    at += ChunkFrame + qsizetype(length);
-  }
-  // Running out before the end chunk is left to the reader to judge, but
-  // not a chunk cut inside its frame: the library would take its length on
-  // trust as above.
-  return at == bytes.size();
-}
-
 bool IsInsideCache(const QString& absolutePath) {
   const QString root = ThumbnailFolder() + '/';
   return absolutePath.startsWith(root);
@@ -218,9 +195,27 @@ QString FailureRecordPath(const QString& path) {
   return ThumbnailFolder() + "/fail/" + FailureFolderName + '/' + ThumbnailFileName(ThumbnailUri(path));
 }
 
+bool PngChunksWithinBytes(const QByteArray& bytes) {
+  static constexpr char Signature[] = "\x89PNG\r\n\x1A\n";
+  constexpr qsizetype SignatureSize = sizeof Signature - 1;
+  constexpr qsizetype ChunkFrame = 12;  // length, type, and a CRC behind the data
+  if (!bytes.startsWith(QByteArrayView(Signature, SignatureSize))) return false;
+  qsizetype at = SignatureSize;
+  while (bytes.size() - at >= ChunkFrame) {
+    const quint32 length = qFromBigEndian<quint32>(bytes.constData() + at);
+    if (length > quint64(bytes.size() - at - ChunkFrame)) return false;
+    if (QByteArrayView(bytes.constData() + at + 4, 4) == "IEND") return true;
+    at += ChunkFrame + qsizetype(length);
+  }
+  // Running out before the end chunk is left to the reader to judge, but
+  // not a chunk cut inside its frame: the library would take its length on
+  // trust as above.
+  return at == bytes.size();
+}
+
 bool ReadThumbnailEntry(const QByteArray& bytes, const QString& uri, const PictureStamp& stamp, QImage& image) {
   if (!stamp.Valid) return false;
-  if (!ChunksWithinBytes(bytes)) return false;
+  if (!PngChunksWithinBytes(bytes)) return false;
   QBuffer buffer;
   buffer.setData(bytes);
   if (!buffer.open(QIODevice::ReadOnly)) return false;

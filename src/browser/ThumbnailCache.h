@@ -59,6 +59,14 @@ PictureStamp ReadPictureStamp(const QString& path);
 // when none was recorded.
 bool ReadCachedThumbnail(const QString& path, int cellPixels, QImage& image, QSize& originalSize);
 
+// Whether each chunk of a PNG, up to its end chunk, lies within the bytes,
+// and no chunk is cut inside its 12-byte frame. The PNG library takes a
+// chunk's length on trust and makes room for it before it finds the file
+// too short: a damaged length in a small file costs gigabytes and seconds at
+// every read. Such a file would fail to decode all the same, so it is
+// refused before it is handed over.
+bool PngChunksWithinBytes(const QByteArray& bytes);
+
 // The reading of one cache entry from its bytes, as ReadCachedThumbnail and
 // IsRecordedFailure do it with the file's: true only when the bytes are a PNG
 // of at most 1024 pixels a side that decodes and carries the stamp of uri

@@ -188,6 +188,7 @@ TEST(ThumbnailCacheTest, EntryWithAChunkLongerThanTheFileIsAMissUnread) {
   ASSERT_TRUE(buffer.open(QIODevice::WriteOnly));
   ASSERT_TRUE(entry.save(&buffer, "PNG"));
   QImage read;
+  EXPECT_TRUE(PngChunksWithinBytes(whole));
   ASSERT_TRUE(ReadThumbnailEntry(whole, uri, stamp, read));
   EXPECT_EQ(read.size(), QSize(2, 2));
 
@@ -198,6 +199,7 @@ TEST(ThumbnailCacheTest, EntryWithAChunkLongerThanTheFileIsAMissUnread) {
   ASSERT_TRUE(damaged.open(QIODevice::ReadOnly));
   const QByteArray bytes = damaged.readAll();
   ASSERT_EQ(bytes.size(), 238);
+  EXPECT_FALSE(PngChunksWithinBytes(bytes));
   read = QImage();
   EXPECT_FALSE(ReadThumbnailEntry(bytes, uri, stamp, read));
   EXPECT_TRUE(read.isNull());
@@ -207,6 +209,9 @@ TEST(ThumbnailCacheTest, EntryWithAChunkLongerThanTheFileIsAMissUnread) {
   ASSERT_TRUE(cut.open(QIODevice::ReadOnly));
   const QByteArray cutBytes = cut.readAll();
   ASSERT_EQ(cutBytes.size(), 235);
+  EXPECT_FALSE(PngChunksWithinBytes(cutBytes));
+  // Cut where that chunk began, the bytes pass to the reader again.
+  EXPECT_TRUE(PngChunksWithinBytes(cutBytes.left(226)));
   EXPECT_FALSE(ReadThumbnailEntry(cutBytes, uri, stamp, read));
   EXPECT_TRUE(read.isNull());
   // The same with its last chunks cut off, and a length pointing past the end.
