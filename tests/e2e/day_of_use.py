@@ -276,6 +276,10 @@ def main():
         day.change_option()
         day.quit()
         check_equal(desktop.exit_code(), 0, "the program's exit code")
+        # Opened three times (a folder, a copy, a move), the chooser keeps
+        # its size rather than growing by its frame.
+        check_equal(re.findall(r"^shown ChooseDirectory \S+ (\S+)$", "\n".join(desktop.trace_lines()), re.M),
+                    ["316x328", "316x328", "316x328"], "the folder chooser's size at each opening")
         check_equal(desktop.processes_left(program), [], "processes left running")
         check_outcome(day, originals, home)
         ok = True
