@@ -5,12 +5,16 @@
 #include "browser/CdTitles.h"
 #include "cd/CdAccess.h"
 #include "cd/TagWindows.h"
+#include "platform/DisplaySession.h"
 #include "shell/Main.h"
 #include "shell/OptionsEntry.h"
 #include "system/AgentHelp.h"
 #include "viewers/ViewerWindows.h"
 
 int main(int argc, char** argv) {
+  // In a Wayland session the program runs on the session's X server when
+  // there is one: window placing needs it.
+  platform::ChooseDisplayPlatform();
   QApplication application(argc, argv);
   QApplication::setApplicationName("Vistrel");
   RegisterViewerWindows();

@@ -58,15 +58,6 @@ bool IntegrityIsOk(platform::SqlCipherConnection& connection) {
 
 }  // namespace
 
-QString ProgramFolderFile(const QString& name) {
-  const QString folder = App().ProgramFolder;
-  if (folder.endsWith(QLatin1Char('/'))) return folder + name;
-  return folder + QLatin1Char('/') + name;
-}
-
-QString DataFilePath() { return ProgramFolderFile(QStringLiteral("Vistrel.VRD")); }
-QString DataFileTempPath() { return ProgramFolderFile(QStringLiteral("MediaTemp.VRD")); }
-
 void RemoveLeftoverCompaction(const QString& tempPath) {
   // The engine's journal of the copy goes too: a stale one would be played
   // back into the next copy made under that name.
@@ -80,7 +71,7 @@ bool OpenDataFile(const std::function<void(const QString&)>& stage) {
   // data file itself was never touched by it.
   RemoveLeftoverCompaction(DataFileTempPath());
   const QString path = DataFilePath();
-  if (!QFileInfo(path).isFile()) {
+  if (!MakeUserDataFile() || !QFileInfo(path).isFile()) {
     ShowMissingMessage();
     return false;
   }

@@ -1,22 +1,19 @@
 #pragma once
-// Opening and closing the data file "Vistrel.VRD" in the program folder.
+// Opening and closing the data file "Vistrel.VRD" (DataFilePlace.h says
+// where it lives).
 
 #include <QString>
 #include <functional>
 
-// Path of a file in the program folder: the folder, one "/" and the name
-// (a root folder "/" gives "/name").
-QString ProgramFolderFile(const QString& name);
-// "Vistrel.VRD" and "MediaTemp.VRD", the target of compaction.
-QString DataFilePath();
-QString DataFileTempPath();
+#include "core/DataFilePlace.h"
 
 // Removes a compacted copy (and its journal) left at tempPath by a
 // compaction that was cut off.
 void RemoveLeftoverCompaction(const QString& tempPath);
 
 // Opens the shared connection (App().DatabaseConnection), after removing a
-// compacted copy left by a cut-off compaction. A missing or
+// compacted copy left by a cut-off compaction and, for a per-user data file
+// not made yet, copying the fresh one into place. A missing or
 // unreadable file, or one that the program's password does not open, shows
 // the stop message and gives false: the program must end. The file itself is
 // left as it was.

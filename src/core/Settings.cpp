@@ -1,7 +1,11 @@
 #include "core/Settings.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QHash>
+#include <QStandardPaths>
 
+#include "platform/FolderAccess.h"
 #include "platform/SettingsStore.h"
 #include "core/AppState.h"
 
@@ -34,7 +38,13 @@ void SaveTrueFalse(const QString& key, bool value) { SaveSetting(key, value ? "T
 
 QString MyMediaFolder() {
   const QString folder = App().ProgramFolder;
-  return folder.endsWith('/') ? folder + "MyMedia" : folder + "/MyMedia";
+  if (platform::CanWriteFolder(folder))
+    return folder.endsWith('/') ? folder + "MyMedia" : folder + "/MyMedia";
+  // No "MyMedia" can be made in a read-only program folder: the user's own
+  // pictures folder stands in, or the home folder when there is none.
+  const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+  if (!pictures.isEmpty() && QFileInfo(pictures).isDir()) return pictures;
+  return QDir::homePath();
 }
 
 QString DefaultOf(const QString& key) {

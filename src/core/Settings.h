@@ -22,8 +22,9 @@ void SaveTrueFalse(const QString& key, bool value);
 // Default values of the keys whose default is a fixed text.
 QString DefaultOf(const QString& key);
 
-// The folder shown at start when DefaultFolder is absent: working folder
-// plus "/MyMedia".
+// The folder shown at start when DefaultFolder is absent: the program
+// folder plus "/MyMedia"; for a program folder that cannot be written, the
+// user's pictures folder (XDG_PICTURES_DIR), else the home folder.
 QString MyMediaFolder();
 
 }  // namespace settings

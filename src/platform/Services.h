@@ -1,8 +1,8 @@
 #pragma once
 // What stands in for the desktop where the program meets it: the finder of
 // the siblings' windows, the starter of programs, the sink of system
-// messages, the probe of the speech engine, the CD devices and the General
-// MIDI sound font. Empty means the real desktop. One object for the whole
+// messages, the probe of the speech engine, the CD devices, the General
+// MIDI sound font and the probe of a folder's write access. Empty means the real desktop. One object for the whole
 // program; tests set what they need and reset it between cases.
 
 #include <QString>
@@ -19,6 +19,7 @@ struct Services {
   std::function<bool()> SpeechProbe;
   std::optional<QStringList> CdDevices;
   QString SoundFont;
+  std::function<bool(const QString& folder)> FolderWriteProbe;
 };
 
 Services& TheServices();
