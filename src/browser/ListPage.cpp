@@ -104,6 +104,8 @@ void ListPage::Fill(int tab) {
     else
       name = app.AlbumMode ? GetBaseName(entry) : entry;
     names[cell]->setText(name);
+    // The whole name for the screen reader; the label may show it cut.
+    names[cell]->setAccessibleName(name);
     AdjustFilename(names[cell]);
     if (app.ShowPopupData && !entry.isEmpty()) {
       const QString tip = CellTooltip(tab, idx);
@@ -134,6 +136,7 @@ void ListPage::Clear(int tab) {
     icons[cell]->setFocusPolicy(Qt::NoFocus);
     icons[cell]->setToolTip(QString());
     names[cell]->setToolTip(QString());
+    names[cell]->setAccessibleName(QString());
   }
 }
 

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "browser/AccessibleBrowser.h"
 #include "browser/LoadingMessage.h"
 #include "browser/PageTexts.h"
 #include "catalogue/CdDrives.h"
@@ -61,6 +62,13 @@ void Thumbnails::MakeControls() {
             currentTab_ = newTab;
             ThumbnailTabs_Click(previousTab, newTab);
           });
+  // A screen reader hears each tab's count as the bottom strip gives it.
+  accessible::InstallBrowser();
+  ThumbnailTabs->SetTabDescription([this](int tab) {
+    const TabState& state = Tab(tab);
+    if (state.Count < 1) return EmptyCountText(tab);
+    return PageCountText(tab, state.PageStart, state.PageSize, state.Count);
+  });
 
   // The controls are made in the window's stacking and focus order: each
   // tab's scroll bar and its part of the bottom strip, then the size group.

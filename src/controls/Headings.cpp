@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include "controls/AccessibleControls.h"
 #include "controls/SystemColours.h"
 
 namespace {
@@ -28,6 +29,7 @@ void Headings::SetCaption(const QString& caption) {
   caption_ = caption;
   updateGeometry();
   update();
+  accessible::NotifyNameChanged(this);
 }
 
 QSize Headings::sizeHint() const {

@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cstdlib>
 
+#include "controls/AccessibleControls.h"
 #include "controls/PaintRoutines.h"
 #include "controls/SystemColours.h"
 #include "platform/Twips.h"
@@ -29,6 +30,7 @@ void Label3D::SetBorderStyle(int style) {
 void Label3D::SetCaption(const QString& caption) {
   caption_ = caption;
   Refresh();
+  accessible::NotifyNameChanged(this);
 }
 void Label3D::SetColor1(OleColor color) {
   color1_ = SysColor::OrDefault(color, DefaultColor1);

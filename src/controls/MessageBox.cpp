@@ -92,6 +92,7 @@ MessageBox::MessageBox(MsgBoxEnhanced& owner)
   const int closeSize = twips::ToPixels(msgbox::CloseBoxSize);
   ControlBoxUp = new QLabel(TopHeading);
   ControlBoxUp->setObjectName("ControlBoxUp");
+  ControlBoxUp->setAccessibleName("Close");
   ControlBoxUp->setPixmap(DrawCloseBox(closeSize, false));
   ControlBoxDn = new QLabel(TopHeading);
   ControlBoxDn->setObjectName("ControlBoxDn");

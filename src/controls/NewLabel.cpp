@@ -3,6 +3,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include "controls/AccessibleControls.h"
 #include "controls/SystemColours.h"
 
 namespace {
@@ -15,6 +16,7 @@ void NewLabel::SetCaption(const QString& caption) {
   caption_ = caption;
   updateGeometry();
   update();
+  accessible::NotifyNameChanged(this);
 }
 
 void NewLabel::SetBackColor(OleColor color) {

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "controls/AccessibleControls.h"
 #include "controls/SystemColours.h"
 
 namespace {
@@ -20,6 +21,7 @@ void NewSlider::SetValue(int value) {
   if (value == value_) return;
   value_ = value;
   update();
+  accessible::NotifyValue(this, value_);
   emit Change(value_);
 }
 
@@ -95,6 +97,7 @@ void NewSlider::mouseMoveEvent(QMouseEvent* event) {
   if (value == value_) return;
   value_ = value;
   update();
+  accessible::NotifyValue(this, value_);
   emit Scroll(value_);
 }
 

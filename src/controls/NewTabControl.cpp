@@ -7,6 +7,7 @@
 #include <QPolygon>
 #include <QRegion>
 
+#include "controls/AccessibleTabs.h"
 #include "controls/SystemColours.h"
 #include "controls/TabStripLayout.h"
 #include "platform/Twips.h"
@@ -106,17 +107,23 @@ void NewTabControl::SetCaption(int index, const QString& text) {
   if (!enabled_ || index < 1 || index > 4) return;
   const QString listed =
       index <= captionList_.size() ? captionList_.at(index - 1) : QString();
-  if (text != listed) labels_[static_cast<size_t>(index - 1)]->setText(text);
+  if (text == listed) return;
+  QLabel* label = labels_[static_cast<size_t>(index - 1)];
+  if (label->text() == text) return;
+  label->setText(text);
+  accessible::NotifyTabCaption(this, index);
 }
 
 qint16 NewTabControl::CurrentTab() const { return enabled_ ? currentTab_ : 0; }
 
 void NewTabControl::SetCurrentTab(qint16 tab) {
   if (!enabled_) return;
+  const qint16 before = currentTab_;
   currentTab_ = tab;
   RePaint();
   emit Click(currentTab_, previousTab_);
   previousTab_ = currentTab_;
+  accessible::NotifyTabSelected(this, before, currentTab_);
 }
 
 qint16 NewTabControl::Tabs() const { return enabled_ ? tabs_ : 0; }
@@ -126,6 +133,14 @@ void NewTabControl::SetTabs(qint16 tabs) {
   tabs_ = tabs < 1 ? 3 : tabs;
   captionList_.resize(tabs_);
   RePaint();
+}
+
+void NewTabControl::SetTabDescription(std::function<QString(int index)> describe) {
+  describe_ = std::move(describe);
+}
+
+QString NewTabControl::TabDescription(int index) const {
+  return describe_ && index >= 1 && index <= 4 ? describe_(index) : QString();
 }
 
 QString NewTabControl::hWnd() const { return QString::number(quint64(effectiveWinId())); }

@@ -9,6 +9,7 @@
 #include <QString>
 #include <QWidget>
 #include <array>
+#include <functional>
 
 class QLabel;
 
@@ -51,6 +52,14 @@ class NewTabControl : public QWidget {
   // resize, which is when the boundaries are worked out.
   qint16 Tabs() const;
   void SetTabs(qint16 tabs);
+
+  // The number of tabs as set, whether or not the control is enabled.
+  qint16 TabsShown() const { return tabs_; }
+
+  // What a screen reader says of tab `index` beyond its caption, asked of
+  // the owner only when the reader asks; none until one is given.
+  void SetTabDescription(std::function<QString(int index)> describe);
+  QString TabDescription(int index) const;
 
   // The window handle as decimal text.
   QString hWnd() const;
@@ -105,4 +114,5 @@ class NewTabControl : public QWidget {
   // writes into it, so every non-empty caption gets through.
   QStringList captionList_;
   int pressedLabel_ = 0;
+  std::function<QString(int)> describe_;
 };

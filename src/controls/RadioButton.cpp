@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "controls/AccessibleControls.h"
 #include "controls/PaintRoutines.h"
 #include "controls/SystemColours.h"
 #include "controls/SmallControl.h"
@@ -19,6 +20,7 @@ void RadioButton::SetValue(bool value) {
   if (value == value_) return;
   value_ = value;
   update();
+  accessible::NotifyChecked(this);
   if (!value) return;
   if (QWidget* parent = parentWidget()) {
     for (RadioButton* other : parent->findChildren<RadioButton*>(Qt::FindDirectChildrenOnly))

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 
+#include "controls/AccessibleControls.h"
 #include "platform/KeyCodes.h"
 #include "platform/Twips.h"
 
@@ -33,6 +34,7 @@ void SmallControl::mousePressEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton) {
     pressed_ = true;
     update();
+    accessible::NotifyPressed(this);
   }
   emit MouseDown(MouseButtonOf(event, false), MouseShiftOf(event), X(event), Y(event));
 }
@@ -43,6 +45,7 @@ void SmallControl::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::LeftButton) {
     pressed_ = false;
     update();
+    accessible::NotifyPressed(this);
   }
   emit MouseUp(MouseButtonOf(event, false), MouseShiftOf(event), X(event), Y(event));
   if (click) emit Click();

@@ -18,6 +18,8 @@ class SmallControl : public QWidget {
  public:
   explicit SmallControl(QWidget* parent = nullptr);
   QWidget* hWnd() { return this; }
+  // True between a left press and its release.
+  bool Pressed() const { return pressed_; }
 
  signals:
   void Click();
@@ -29,8 +31,6 @@ class SmallControl : public QWidget {
   void MouseMove(int button, int shift, int x, int y);
 
  protected:
-  // True between a left press and its release.
-  bool Pressed() const { return pressed_; }
   // True while the mouse is over the control.
   bool Hovered() const { return hovered_; }
 

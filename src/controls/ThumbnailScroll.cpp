@@ -6,6 +6,7 @@
 #include <QPolygon>
 #include <algorithm>
 
+#include "controls/AccessibleControls.h"
 #include "controls/ScrollTrack.h"
 #include "controls/WheelNotchFilter.h"
 #include "platform/Twips.h"
@@ -83,6 +84,7 @@ void ThumbnailScroll::SetValue(int value) {
   moving_ = true;
   value_ = static_cast<qint16>(clamped);
   PlaceThumb();
+  accessible::NotifyValue(this, int(value_));
   emit Change(value_);
   moving_ = false;
   update();
@@ -138,6 +140,7 @@ void ThumbnailScroll::LookUp(int y, bool skipPresent) {
   if (found < 0) return;
   value_ = static_cast<qint16>(found);
   PlaceThumb();
+  accessible::NotifyValue(this, int(value_));
 }
 
 void ThumbnailScroll::mousePressEvent(QMouseEvent* event) {

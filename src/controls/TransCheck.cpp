@@ -1,5 +1,7 @@
 #include "controls/TransCheck.h"
 
+#include "controls/AccessibleControls.h"
+
 namespace {
 Qt::CheckState StateOf(int value) {
   return value == 1 ? Qt::Checked : value == 2 ? Qt::PartiallyChecked : Qt::Unchecked;
@@ -20,6 +22,7 @@ void TransCheck::SetValue(int value) {
   if (value == value_) return;
   value_ = value;
   check_->setCheckState(StateOf(value));
+  accessible::NotifyChecked(this);
   emit Click();
 }
 
@@ -32,6 +35,7 @@ void TransCheck::CheckClicked() {
   // A click on a greyed box clears it; otherwise the box toggles.
   value_ = value_ == 0 ? 1 : 0;
   check_->setCheckState(StateOf(value_));
+  accessible::NotifyChecked(this);
   emit Click();
 }
 

@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "controls/AccessibleControls.h"
 #include "controls/PaintRoutines.h"
 #include "controls/SystemColours.h"
 #include "platform/KeyCodes.h"
@@ -28,6 +29,7 @@ void TransControl::SetCaption(const QString& caption) {
   caption_ = caption;
   captionGiven_ = true;
   ApplyLook();
+  accessible::NotifyNameChanged(this);
 }
 
 void TransControl::SetBackStyle(int style) {

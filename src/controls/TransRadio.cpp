@@ -1,5 +1,7 @@
 #include "controls/TransRadio.h"
 
+#include "controls/AccessibleControls.h"
+
 TransRadio::TransRadio(QWidget* parent) : TransControl(parent) {
   option_ = new QRadioButton(this);
   option_->setObjectName(QStringLiteral("Option1"));
@@ -21,11 +23,13 @@ void TransRadio::SetValue(bool value) {
   }
   value_ = false;
   option_->setChecked(false);
+  accessible::NotifyChecked(this);
 }
 
 void TransRadio::Choose() {
   value_ = true;
   option_->setChecked(true);
+  accessible::NotifyChecked(this);
   if (QWidget* parent = parentWidget()) {
     for (TransRadio* other : parent->findChildren<TransRadio*>(Qt::FindDirectChildrenOnly))
       if (other != this && other->value_) other->SetValue(false);

@@ -2,6 +2,7 @@
 
 #include <QToolButton>
 
+#include "controls/AccessibleControls.h"
 #include "controls/NumberBox.h"
 #include <algorithm>
 
@@ -10,6 +11,9 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent), up_(new QToolButton(this)), d
   down_->setObjectName("Down");
   up_->setArrowType(Qt::UpArrow);
   down_->setArrowType(Qt::DownArrow);
+  // The arrows show no text; the reader says these.
+  up_->setAccessibleName("Up");
+  down_->setAccessibleName("Down");
   for (QToolButton* button : {up_, down_}) {
     button->setAutoRepeat(true);
     button->setFocusPolicy(Qt::NoFocus);
@@ -18,7 +22,11 @@ UpDown::UpDown(QWidget* parent) : QWidget(parent), up_(new QToolButton(this)), d
   connect(down_, &QToolButton::clicked, this, [this] { Step(-1); });
 }
 
-void UpDown::SetValue(int value) { value_ = std::clamp(value, min_, max_); }
+void UpDown::SetValue(int value) {
+  const int before = value_;
+  value_ = std::clamp(value, min_, max_);
+  if (value_ != before) accessible::NotifyValue(this, value_);
+}
 
 void UpDown::SetRange(int min, int max) {
   min_ = min;

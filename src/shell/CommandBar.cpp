@@ -115,6 +115,17 @@ void CommandBar::MakeButtons() {
         row.Place == BarPlace::VolumeStrip ? volume_->muteButton : MakeBarButton(row, this);
     this->*row.Member = button;
     if (row.Click) connect(button, &Button::Click, this, row.Click);
+    NameForReader(button, row.Name());
+  }
+  NameForReader(volume_->Slider1, "Slider1");
+}
+
+void CommandBar::NameForReader(QWidget* control, const QString& name) {
+  // A screen reader says the title of the control's help popup, and its
+  // text as the description, whether the popups are on or not.
+  if (const HelpEntry* help = FindHelp(name)) {
+    control->setAccessibleName(help->Title);
+    control->setAccessibleDescription(help->Lines.join(' '));
   }
 }
 

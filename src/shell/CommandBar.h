@@ -167,6 +167,8 @@ class CommandBar : public QWidget, public BarCommands {
 
  private:
   void MakeButtons();
+  // The name and description a screen reader gives the control `name`.
+  static void NameForReader(QWidget* control, const QString& name);
   void PlaceControls();
   void FitDirectoryName();
   // The checks before starting the player for audio; false after telling

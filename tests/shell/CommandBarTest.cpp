@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <QAccessible>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QPointer>
 #include <QTest>
@@ -255,6 +257,28 @@ TEST_F(CommandBarTest, SiblingButtonsStartTheSiblingsWithTheirCommandWords) {
   EXPECT_TRUE(started.isEmpty());
 }
 
+TEST_F(CommandBarTest, TheTrayButtonsServeADriveWhenThereIsOne) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  platform::SetCdDeviceOverride({});
+  {
+    CommandBar bar;
+    EXPECT_FALSE(bar.ejectButton->Enabled());
+    EXPECT_FALSE(bar.closeButton->Enabled());
+  }
+  // A disc image is a drive without a tray: both buttons serve it, and
+  // pressing them leaves the image where it is.
+  const QString disc = MakeDisc("music", 2352, "TRACK 01 AUDIO\r\nINDEX 01 00:00:00\r\n");
+  platform::SetCdDeviceOverride({disc});
+  CommandBar bar;
+  EXPECT_TRUE(bar.ejectButton->Enabled());
+  EXPECT_TRUE(bar.closeButton->Enabled());
+  bar.ejectButton_Click();
+  bar.closeButton_Click();
+  EXPECT_TRUE(QFileInfo::exists(disc));
+  EXPECT_EQ(App().CdDrives, QStringList({disc}));
+}
+
 TEST_F(CommandBarTest, WithoutTheSiblingsTheButtonsStartTheDesktopsApplications) {
   PulseServer server;
   ASSERT_TRUE(server.Running());
@@ -451,4 +475,30 @@ TEST_F(CommandBarTest, HelpPopupsFollowTheSetting) {
   App().ShowPopupHelp = true;
   bar.ApplyHelp();
   EXPECT_EQ(balloons.Count(), 24);
+}
+
+TEST_F(CommandBarTest, AScreenReaderReadsEachButtonByItsHelpTitle) {
+  PulseServer server;
+  ASSERT_TRUE(server.Running());
+  CommandBar bar;
+  const auto reader = [](QWidget* control) { return QAccessible::queryAccessibleInterface(control); };
+
+  QAccessibleInterface* refresh = reader(bar.refreshButton);
+  EXPECT_EQ(refresh->role(), QAccessible::PushButton);
+  EXPECT_EQ(refresh->text(QAccessible::Name), "Refresh");
+  EXPECT_EQ(refresh->text(QAccessible::Description), "Click here to refresh the current display");
+  EXPECT_FALSE(refresh->state().disabled);
+  // Two lines of help read as one sentence.
+  EXPECT_EQ(reader(bar.searchButton)->text(QAccessible::Description),
+            "Click here to search for and open any of the media files supported by the Vistrel program");
+  EXPECT_EQ(reader(bar.DirectoryButton)->text(QAccessible::Name), "Open Folder");
+  EXPECT_EQ(reader(bar.muteButton)->text(QAccessible::Name), "Mute");
+  // The web browser's button is there but never enabled.
+  EXPECT_EQ(reader(bar.internetButton)->text(QAccessible::Name), "Web Browser");
+  EXPECT_TRUE(reader(bar.internetButton)->state().disabled);
+
+  QAccessibleInterface* volume = reader(bar.Slider1);
+  EXPECT_EQ(volume->role(), QAccessible::Slider);
+  EXPECT_EQ(volume->text(QAccessible::Name), "Volume");
+  EXPECT_EQ(volume->valueInterface()->maximumValue().toInt(), 100);
 }
