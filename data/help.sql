@@ -19,7 +19,7 @@ INSERT INTO HelpFile (HelpID, HelpLine, HelpText) VALUES
   ('Main', 50, 'Up in the command bar, the name of the current folder or album is shown.'),
   ('Main', 51, 'Press the Home key to come back to your default folder at any time.'),
   ('Main', 60, 'Here, at the right end of the command bar, the slider sets the volume of your computer, and the speaker button switches the sound off and on again.'),
-  ('Main', 61, 'The last buttons open the sound settings of your computer, tell you about the program, and start this tour again.'),
+  ('Main', 61, 'The number to my right tells you the volume in per cent. Back along the bar, the last buttons open the sound settings of your computer, tell you about the program, and start this tour again.'),
   ('Main', 62, 'The album button lets you gather files from many folders into an album, and show that album as if it were a single folder.'),
   ('Main', 63, 'Your albums are kept safely in the program''s data file, together with the captions you write under your pictures.'),
   ('Main', 70, 'Down at the bottom of the browser are the four tabs: Pictures, Videos, Audios and Documents. Each lists only the files of its own kind.'),

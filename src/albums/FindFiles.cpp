@@ -20,6 +20,7 @@
 #include "controls/MsgBoxEnhanced.h"
 #include "controls/PaintRoutines.h"
 #include "controls/TransCheck.h"
+#include "browser/CdTitles.h"
 #include "core/AppState.h"
 #include "core/WindowFrame.h"
 #include "core/Settings.h"
@@ -247,9 +248,10 @@ void FindFiles::FillResultList() {
     }
   }
   if (!tracks.isEmpty()) {
-    // The tracks of the audio CD, by title where the title lookup knows it.
+    // The tracks of the audio CD, by title where the title lookup knows it;
+    // the disc is looked at with every media device closed.
     QStringList titles;
-    if (App().CdTitles) App().CdTitles(drive, titles);
+    LookUpCdTitles(drive, titles);
     HoldList->clear();
     for (int i = 0; i < tracks.size(); ++i) {
       HoldList->addItem(JoinPath(drive, tracks[i]));

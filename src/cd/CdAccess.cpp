@@ -1,5 +1,7 @@
 #include "cd/CdAccess.h"
 
+#include <algorithm>
+
 #include "cd/CdCommands.h"
 #include "catalogue/CdDrives.h"
 #include "cd/CddbLookup.h"
@@ -127,12 +129,17 @@ bool LoadCdTitles() {
   if (state.MediaId == 0) state.MediaId = SelectCdMediaId(*db, identity);
 
   // Only a disc that is there can be looked up.
-  if (lookupWanted && opened && !identity.isEmpty() && state.MediaId != 0 && LookupsWanted()) {
+  if (lookupWanted && opened && !identity.isEmpty() && state.MediaId != 0 &&
+      !state.LookedUp.contains(identity) && LookupsWanted()) {
     // The titles come from the title server; it fills CD_Titles and
     // CD_Songs, whose songs are read just below. The table of contents
     // counts from the start of the disc, without the lead-in gap.
+    // A disc without an audio track has nothing to name.
     const platform::CdDisc disc = platform::ReadCdDisc(state.CurrentDrive);
-    if (disc.ready && !disc.tracks.isEmpty()) {
+    const bool hasAudio = std::any_of(disc.tracks.begin(), disc.tracks.end(),
+                                      [](const platform::CdTrack& track) { return track.audio; });
+    if (disc.ready && hasAudio) {
+      state.LookedUp.insert(identity);
       CdTableOfContents toc;
       toc.FirstTrack = disc.firstTrack;
       for (const platform::CdTrack& track : disc.tracks) toc.TrackLbas << track.startSector - 150;

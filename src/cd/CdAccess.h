@@ -5,6 +5,7 @@
 // "cd", so only one disc is open at a time: CloseAllDevices stands before
 // each new open. Nothing here shows a message.
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <QtGlobal>
@@ -24,6 +25,9 @@ struct CdAccessState {
   QStringList SongTitles;
   // Reply code of the last checked command (0 for success).
   qint32 LastMciError = 0;
+  // The discs asked about in this run, answered or not: a disc whose lookup
+  // brought no titles is not asked about again at every page of its tracks.
+  QSet<QString> LookedUp;
 };
 
 // The one instance.

@@ -99,6 +99,22 @@ int Status(const OpenDrive& drive, const QStringList& arguments, QString* return
     *returned = platform::ReadCdDisc(drive.device).ready ? QStringLiteral("true") : QStringLiteral("false");
     return CdSuccess;
   }
+  if (item == "length" || item.startsWith(QLatin1String("length track "))) {
+    const platform::CdDisc disc = platform::ReadCdDisc(drive.device);
+    if (!disc.ready || disc.tracks.isEmpty()) return CdNoDisc;
+    int sectors = disc.leadoutSector - disc.tracks.first().startSector;
+    if (item != "length") {
+      bool ok = false;
+      const int number = item.mid(13).toInt(&ok);
+      const int index = number - disc.firstTrack;
+      if (!ok || index < 0 || index >= disc.tracks.size()) return CdOutOfRange;
+      const int end = index + 1 < disc.tracks.size() ? disc.tracks[index + 1].startSector
+                                                     : disc.leadoutSector;
+      sectors = end - disc.tracks[index].startSector;
+    }
+    *returned = CdLengthText(sectors, drive.timeFormat);
+    return CdSuccess;
+  }
   if (item == "number of tracks") {
     const platform::CdDisc disc = platform::ReadCdDisc(drive.device);
     if (!disc.ready) return CdNoDisc;
@@ -167,11 +183,21 @@ QString CdErrorText(int code) {
     case CdNoDisc: return QStringLiteral("There is no readable disc in the CD drive.");
     case CdNoDoor: return QStringLiteral("This CD device has no door to open or close.");
     case CdTrayFailed: return QStringLiteral("The CD drive did not open or close its door.");
+    case CdOutOfRange: return QStringLiteral("The track number is out of range for this disc.");
     default: return QStringLiteral("The CD device reported an unknown error.");
   }
 }
 
 void CdCloseAll() { Aliases().clear(); }
+
+QString CdLengthText(int sectors, const QString& timeFormat) {
+  sectors = qMax(0, sectors);
+  if (timeFormat == QLatin1String("milliseconds")) return QString::number(qint64(sectors) * 1000 / 75);
+  return QStringLiteral("%1:%2:%3")
+      .arg(sectors / (60 * 75), 2, 10, QLatin1Char('0'))
+      .arg(sectors / 75 % 60, 2, 10, QLatin1Char('0'))
+      .arg(sectors % 75, 2, 10, QLatin1Char('0'));
+}
 
 quint32 CdLookupId(const platform::CdDisc& disc) {
   if (!disc.ready || disc.tracks.isEmpty()) return 0;

@@ -13,6 +13,8 @@
 //   set ALIAS door open | set ALIAS door closed
 //   set ALIAS time format tmsf | msf | milliseconds | ms
 //   status ALIAS number of tracks    (reply: a number)
+//   status ALIAS length              (reply: the disc's playing time)
+//   status ALIAS length track N      (reply: the playing time of track N)
 //   status ALIAS mode                (reply: playing, stopped or not ready)
 //   status ALIAS media present       (reply: true or false)
 //   info ALIAS identity              (reply: the disc's identity)
@@ -52,6 +54,7 @@ enum CdReplyCode : int {
   CdNoDisc = 8,
   CdNoDoor = 9,
   CdTrayFailed = 10,
+  CdOutOfRange = 11,
 };
 
 // Sends one command; the reply code is the result, and `returned` takes what
@@ -62,6 +65,10 @@ int CdCommand(const QString& command, QString* returned = nullptr);
 QString CdSendString(const QString& command, QString* returned = nullptr);
 // "Success" for 0, else the error text of the code (at most 128 characters).
 QString CdErrorText(int code);
+
+// A playing time of `sectors` (75 to the second) in the time format of the
+// drive: "mm:ss:ff" for msf and tmsf, whole milliseconds for milliseconds.
+QString CdLengthText(int sectors, const QString& timeFormat);
 
 // Closes every open alias.
 void CdCloseAll();

@@ -1,5 +1,6 @@
 #include "cd/CddbCipher.h"
 
+#include <QStringDecoder>
 #include <algorithm>
 
 namespace {
@@ -18,6 +19,23 @@ QString KeyStream(const QString& text, const QString& key) {
   return stream;
 }
 
+// The codes enciphered: a text within Latin-1 character by character, any
+// other text by its UTF-8 bytes, so that every code fits in two digits.
+QByteArray CodesOf(const QString& text) {
+  const bool latin1 = std::all_of(text.begin(), text.end(), [](QChar c) { return c.unicode() < 0x100; });
+  return latin1 ? text.toLatin1() : text.toUtf8();
+}
+
+// Codes deciphered back into text: UTF-8 where they are UTF-8 of a text
+// beyond Latin-1, else one character per code.
+QString TextOf(const QByteArray& codes) {
+  QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
+  const QString utf8 = decoder.decode(codes);
+  const bool wide = std::any_of(utf8.begin(), utf8.end(), [](QChar c) { return c.unicode() >= 0x100; });
+  if (!decoder.hasError() && wide) return utf8;
+  return QString::fromLatin1(codes);
+}
+
 }  // namespace
 
 QString EncryptText(const QString& text, const QString& key) {
@@ -26,9 +44,8 @@ QString EncryptText(const QString& text, const QString& key) {
   QString result;
   result.reserve(text.size() * 2);
   qsizetype at = 0;
-  for (QChar c : text) {
-    const int code = c.unicode() < 0x100 ? c.unicode() : '?';
-    const int value = code ^ stream.at(at).unicode();
+  for (const char byte : CodesOf(text)) {
+    const int value = int(uchar(byte)) ^ stream.at(at).unicode();
     at = (at + 1) % stream.size();
     result += QString::number(value, 16).toUpper().rightJustified(2, QLatin1Char('0'));
   }
@@ -38,15 +55,15 @@ QString EncryptText(const QString& text, const QString& key) {
 QString DecryptText(const QString& text, const QString& key) {
   const QString stream = KeyStream(text, key);
   if (stream.isEmpty()) return QString();
-  QString result;
-  result.reserve(text.size() / 2 + 1);
+  QByteArray codes;
+  codes.reserve(text.size() / 2 + 1);
   qsizetype at = 0;
   for (qsizetype i = 0; i < text.size(); i += 2) {
     bool ok = false;
     int value = text.mid(i, 2).toInt(&ok, 16);
     if (!ok) value = 0;
-    result += QChar(char16_t((value ^ stream.at(at).unicode()) & 0xFF));
+    codes += char((value ^ stream.at(at).unicode()) & 0xFF);
     at = (at + 1) % stream.size();
   }
-  return result;
+  return TextOf(codes);
 }

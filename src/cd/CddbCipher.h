@@ -10,7 +10,8 @@
 // starts again at its end. An empty key stands for the text reversed.
 //
 // Characters are taken by their Latin-1 code, so that each one fits in two
-// digits; a character outside Latin-1 is enciphered as "?".
+// digits; a text with a character outside Latin-1 is enciphered by its UTF-8
+// bytes instead, and deciphering gives it back whole.
 
 #include <QString>
 

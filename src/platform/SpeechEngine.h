@@ -6,8 +6,8 @@
 
 namespace platform {
 
-// True when the espeak-ng shared library (libespeak-ng.so.1) can be loaded,
-// or else when the espeak-ng program is on the PATH.
+// True when the engine comes up with its data and an English voice: the
+// library alone, without its voice data, speaks nothing.
 bool SpeechEngineAvailable();
 
 // Test hook: replaces the look-up; an empty function restores the real one.

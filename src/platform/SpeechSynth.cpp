@@ -118,6 +118,11 @@ SpokenLine SynthesizeSpeech(const QString& text) {
   return line;
 }
 
+bool SpeechVoiceReady() {
+  std::lock_guard<std::mutex> guard(engineLock);
+  return EnsureEngine();
+}
+
 void SetSpeechDataPath(const QString& path) {
   std::lock_guard<std::mutex> guard(engineLock);
   const QByteArray wanted = path.toLocal8Bit();

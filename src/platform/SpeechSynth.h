@@ -24,6 +24,10 @@ struct SpokenLine {
 // Synthesises the line with the default English voice.
 SpokenLine SynthesizeSpeech(const QString& text);
 
+// True when the engine comes up with its data and the default English
+// voice, so that lines can be spoken. Brings the engine up at the first call.
+bool SpeechVoiceReady();
+
 // Where the engine finds its data (the folder holding "espeak-ng-data" or
 // that folder itself); empty for the engine's own default. A change takes
 // effect at the next synthesis, which initialises the engine anew.

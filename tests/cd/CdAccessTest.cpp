@@ -63,7 +63,13 @@ QString MakeImage(const QString& name, const QList<ImageTrack>& tracks, bool cdT
 
 class CdAccessTest : public testing::Test {
  protected:
-  void SetUp() override { ResetCdAccess(); }
+  void SetUp() override {
+    ResetCdAccess();
+    // No test asks anything beyond the loopback: the title server of the
+    // settings is one that answers nothing, unless a test starts its own.
+    settings::SaveSetting("CddbServerAddress", "127.0.0.1");
+    settings::SaveSetting("CddbServerPort", "9");
+  }
   void TearDown() override {
     ResetCdAccess();
     delete App().DatabaseConnection;
@@ -102,6 +108,16 @@ TEST_F(CdAccessTest, ImageAnswersTheDeviceCommands) {
   EXPECT_EQ(answer, "stopped");
   EXPECT_EQ(CdSendString("status cd media present", &answer), "Success");
   EXPECT_EQ(answer, "true");
+  // Lengths in the drive's time format.
+  EXPECT_EQ(CdSendString("status cd length", &answer), "Success");
+  EXPECT_EQ(answer, "00:05:00");
+  EXPECT_EQ(CdSendString("status cd length track 2", &answer), "Success");
+  EXPECT_EQ(answer, "00:03:00");
+  EXPECT_EQ(CdCommand("set cd time format ms"), CdSuccess);
+  EXPECT_EQ(CdSendString("status cd length track 1", &answer), "Success");
+  EXPECT_EQ(answer, "2000");
+  EXPECT_EQ(CdCommand("status cd length track 3"), CdOutOfRange);
+  EXPECT_EQ(CdLengthText(4 * 60 * 75 + 33 * 75 + 7, "msf"), "04:33:07");
 
   // An image has no door: the tray commands fail and leave the image open
   // and readable.

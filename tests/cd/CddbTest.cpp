@@ -48,6 +48,12 @@ TEST(CddbCipher, FixedVectorsAndStoredForm) {
   // "585A" -> key "A585" -> stream "65535653": 0x58 ^ '6' = 'n', 0x5A ^ '5' = 'o'.
   EXPECT_EQ(DecryptText("585A", ""), "no");
   EXPECT_EQ(EncryptText("", CddbPasswordKey), "");
+  // Beyond Latin-1 the UTF-8 bytes are enciphered: "пы" is D0 BF D1 8B.
+  //   0xD0 ^ '6' = 0xE6;  0xBF ^ '5' = 0x8A;  0xD1 ^ '6' = 0xE7;  0x8B ^ '5' = 0xBE.
+  EXPECT_EQ(EncryptText(QString::fromUtf8("пы"), "A"), "E68AE7BE");
+  EXPECT_EQ(DecryptText("E68AE7BE", "A"), QString::fromUtf8("пы"));
+  EXPECT_EQ(DecryptText(EncryptText(QString::fromUtf8("пароль €5"), CddbPasswordKey), CddbPasswordKey),
+            QString::fromUtf8("пароль €5"));
 
   // A stored password: longer than the key stream, all kinds of characters.
   const QString password =

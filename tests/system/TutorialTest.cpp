@@ -12,6 +12,7 @@
 #include "core/Settings.h"
 #include "core/WindowRegistry.h"
 #include "platform/SoundPlayer.h"
+#include "platform/SpeechEngine.h"
 #include "platform/SpeechSynth.h"
 #include "support/PulseServer.h"
 #include "support/TestEnv.h"
@@ -248,11 +249,16 @@ TEST_F(TutorialTest, SpeechIsRenderedToAWaveInMemoryAndFailsCleanlyWithoutAVoice
   EXPECT_EQ(format->DataLength / 2 * 1000 / 22050, line.DurationMs);
   EXPECT_TRUE(platform::SynthesizeSpeech("   ").Wave.isEmpty());
 
+  // Without voice data the engine is not there for the help button, though
+  // its library is loaded.
+  EXPECT_TRUE(platform::SpeechEngineAvailable());
   platform::SetSpeechDataPath(testenv::Root() + "/no-such-folder");
+  EXPECT_FALSE(platform::SpeechEngineAvailable());
   const platform::SpokenLine silent = platform::SynthesizeSpeech("Hello");
   EXPECT_TRUE(silent.Wave.isEmpty());
   EXPECT_EQ(silent.DurationMs, 0);
   platform::SetSpeechDataPath({});
+  EXPECT_TRUE(platform::SpeechEngineAvailable());
   EXPECT_FALSE(platform::SynthesizeSpeech("Hello").Wave.isEmpty());
 }
 
