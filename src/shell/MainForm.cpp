@@ -194,6 +194,7 @@ void MainForm::MDIForm_Activate() {
   AppState& app = App();
   if (FirstActivate) {
     FirstActivate = false;
+    startingUp_ = true;
     // Now that the window has its frame, the restored outer size is made
     // exact, so that a start and a close leave the saved size as it was.
     if (PresentState() == MainWindowState::Normal && restoredOuter_.isValid() &&
@@ -237,6 +238,13 @@ void MainForm::MDIForm_Activate() {
     forward_->SetForward(browser);
     forward_->SetEnabled(true);
     browser->Form_Activate();
+    startingUp_ = false;
+    if (closeWhenStarted_) {
+      // The close asked for during the start goes ahead now.
+      QApplication::restoreOverrideCursor();
+      QTimer::singleShot(0, this, [] { Windows().Unload(WindowId::MainForm); });
+      return;
+    }
   }
   // The wheel pages the browser again.
   if (Thumbnails* browser = Windows().Get<Thumbnails>()) browser->WheelOnCurrentTab();
@@ -395,6 +403,11 @@ void MainForm::changeEvent(QEvent* event) {
 void MainForm::closeEvent(QCloseEvent* event) {
   if (closing_) {
     event->accept();
+    return;
+  }
+  if (startingUp_) {
+    closeWhenStarted_ = true;
+    event->ignore();
     return;
   }
   if (!MDIForm_QueryUnload()) {

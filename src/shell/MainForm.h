@@ -117,6 +117,11 @@ class MainForm : public QMainWindow, public ViewerHost {
   QMdiArea* area_;
   std::unique_ptr<BrowserArea> browserArea_;
   bool closing_ = false;
+  // The first activation loads the browser while letting events run (the
+  // splash's pauses, the first listing): a close asked for meanwhile waits
+  // until the windows it would unload stand whole.
+  bool startingUp_ = false;
+  bool closeWhenStarted_ = false;
   QRect restoredOuter_;
   QPointer<QScreen> watchedScreen_;
   ForwardWindowWatch* forward_;
