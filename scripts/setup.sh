@@ -19,6 +19,7 @@ PACKAGES=(
   gifsicle sox libjpeg-turbo-progs
   libmpv-dev libfluidsynth-dev timgm6mb-soundfont ffmpeg id3v2 eyed3
   libespeak-ng-dev espeak-ng-data desktop-file-utils
+  dpkg-dev file appstream
   clang-14 libclang-rt-14-dev
 )
 

@@ -1,5 +1,6 @@
 // Vistrel's entry point.
 #include <QApplication>
+#include <QIcon>
 
 #include "albums/AlbumWindows.h"
 #include "browser/CdTitles.h"
@@ -17,6 +18,10 @@ int main(int argc, char** argv) {
   platform::ChooseDisplayPlatform();
   QApplication application(argc, argv);
   QApplication::setApplicationName("Vistrel");
+  // The desktop matches the windows to the launcher entry by this name, and
+  // every window shows the program's icon.
+  QGuiApplication::setDesktopFileName("org.vistrel.Vistrel");
+  QApplication::setWindowIcon(QIcon(":/Vistrel.svg"));
   RegisterViewerWindows();
   RegisterTagWindows();
   RegisterAlbumWindows();
