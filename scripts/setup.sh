@@ -18,7 +18,7 @@ PACKAGES=(
   xvfb xauth openbox xdotool
   gifsicle sox libjpeg-turbo-progs
   libmpv-dev libfluidsynth-dev timgm6mb-soundfont ffmpeg id3v2 eyed3
-  libespeak-ng-dev espeak-ng-data desktop-file-utils
+  libespeak-ng-dev espeak-ng-data desktop-file-utils qt6-wayland
   dpkg-dev file appstream
   clang-14 libclang-rt-14-dev
 )
