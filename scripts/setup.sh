@@ -20,6 +20,7 @@ PACKAGES=(
   libmpv-dev libfluidsynth-dev timgm6mb-soundfont ffmpeg id3v2 eyed3
   libespeak-ng-dev espeak-ng-data desktop-file-utils qt6-wayland
   dpkg-dev file appstream
+  at-spi2-core python3-pyatspi dbus-daemon
   clang-14 libclang-rt-14-dev
 )
 
