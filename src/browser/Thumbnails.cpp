@@ -163,7 +163,9 @@ void Thumbnails::Form_Load() {
 
   app.ViewerProgramPath = JoinPath(app.ProgramFolder, "Lorvane");
   app.ManagerProgramPath = JoinPath(app.ProgramFolder, "Vistrel");
-  QDir(app.ProgramFolder).mkdir("MyMedia");
+  // "MyMedia" beside the program; a read-only program folder's stand-in is
+  // the user's own folder, which is there already.
+  QDir().mkdir(settings::MyMediaFolder());
 
   FillExteriorTables();
 

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <QDir>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMenu>
 #include <QSignalSpy>
@@ -18,6 +20,7 @@
 #include "controls/NumberBox.h"
 #include "controls/ThumbnailScroll.h"
 #include "platform/KeyCodes.h"
+#include "platform/Services.h"
 #include "platform/Twips.h"
 #include "core/AppState.h"
 #include "core/DataFile.h"
@@ -344,6 +347,17 @@ TEST_F(ThumbnailsTest, AMissingDefaultFolderFallsBackToAnEmptyMyMedia) {
   window.Form_KeyDown(keys::End, 0);
   EXPECT_EQ(opened.count(), 0);
   EXPECT_FALSE(window.Tab(PicturesTab).Highlighted);
+
+  // A program folder this user cannot write (an installed one) gets no
+  // "MyMedia": the browser falls back to the user's pictures folder.
+  const QString program = App().ProgramFolder;
+  platform::TheServices().FolderWriteProbe = [program](const QString& f) { return f != program; };
+  QDir(program + "/MyMedia").removeRecursively();
+  QDir().mkpath(testenv::Root() + "/home/Pictures");
+  Thumbnails installed;
+  Open(installed, testenv::Root() + "/gone");
+  EXPECT_EQ(App().CurrentFolder, testenv::Root() + "/home/Pictures");
+  EXPECT_FALSE(QFileInfo::exists(program + "/MyMedia"));
 }
 
 TEST_F(ThumbnailsTest, PagesDecodeOnlyWhatTheyShowOnceAndShowNothingOfTheFormerPage) {
