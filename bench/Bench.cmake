@@ -9,6 +9,14 @@ if("browser" IN_LIST VISTREL_SUBSYSTEMS)
   add_executable(FirstPageBench ${CMAKE_SOURCE_DIR}/bench/FirstPageBench.cpp)
   target_link_libraries(FirstPageBench PRIVATE VistrelCore)
   set_target_properties(FirstPageBench PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+  # Starts the built program itself; its photos are made by ThumbnailBench.
+  add_executable(StartupBench ${CMAKE_SOURCE_DIR}/bench/StartupBench.cpp)
+  target_link_libraries(StartupBench PRIVATE Qt6::Core)
+  target_compile_definitions(StartupBench PRIVATE
+    VISTREL_PROGRAM_DIR="${VISTREL_PROGRAM_DIR}"
+    VISTREL_FRESH_DATA_FILE="${CMAKE_BINARY_DIR}/data/Vistrel.VRD")
+  set_target_properties(StartupBench PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bench)
+  add_dependencies(StartupBench Vistrel ThumbnailBench)
 endif()
 if("fileops" IN_LIST VISTREL_SUBSYSTEMS)
   add_executable(WipeBench ${CMAKE_SOURCE_DIR}/bench/WipeBench.cpp)

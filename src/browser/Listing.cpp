@@ -8,6 +8,7 @@
 #include "platform/DirectoryReader.h"
 #include "core/AppState.h"
 #include "core/Settings.h"
+#include "core/Trace.h"
 
 namespace {
 
@@ -144,6 +145,7 @@ void Listing::ListFolderTab(int tab, const QString& keyFolder, bool descending) 
   for (qint32 i = 0; i < state.Count; ++i) files.append(SortEntry(File1.List(i), order, keyFolder));
   files.append(QString());  // the scratch element
   if (order > 1 || descending) SortFileList(files, descending);
+  Trace(QStringLiteral("listed %1 files of tab %2").arg(state.Count).arg(tab));
 }
 
 void Listing::BuildLists(const QString& keyFolder, const std::function<QStringList()>& albumRows,

@@ -7,6 +7,7 @@
 
 #include "browser/ThumbnailCache.h"
 #include "catalogue/MediaPicture.h"
+#include "core/Trace.h"
 
 namespace {
 
@@ -142,9 +143,11 @@ void ThumbnailLoader::DeliverInOrder() {
     ++next_;
     emit Ready(result);
     if (!alive) return;
+    if (next_ == 1) Trace(QStringLiteral("page first thumbnail %1").arg(result.Cell));
   }
   if (page == page_.load() && !finished_ && next_ == total_) {
     finished_ = true;
+    Trace(QStringLiteral("page filled %1").arg(total_));
     emit Finished();
   }
 }

@@ -12,6 +12,7 @@
 #include "core/AppState.h"
 #include "core/DataFileKey.h"
 #include "core/Database.h"
+#include "core/Trace.h"
 
 namespace {
 
@@ -79,6 +80,7 @@ bool OpenDataFile(const std::function<void(const QString&)>& stage) {
     delete App().DatabaseConnection;
     App().DatabaseConnection = nullptr;
   }
+  Trace("opening data file");
   auto* db = new Database;
   // A first failure gets one more try before the file is given up.
   if (!db->Open(path) && !db->Open(path)) {
@@ -87,6 +89,7 @@ bool OpenDataFile(const std::function<void(const QString&)>& stage) {
     return false;
   }
   App().DatabaseConnection = db;
+  Trace("data file opened");
   return true;
 }
 
