@@ -196,7 +196,8 @@ class BrowserLabelAccessible : public QAccessibleWidget {
 QAccessibleInterface* BrowserFactory(const QString& className, QObject* object) {
   if (!object || !object->isWidgetType()) return nullptr;
   auto* widget = static_cast<QWidget*>(object);
-  if (className == QLatin1String("Thumbnails")) return new BrowserAccessible(static_cast<Thumbnails*>(widget));
+  if (className == QLatin1String(Thumbnails::staticMetaObject.className()))
+    return new BrowserAccessible(static_cast<Thumbnails*>(widget));
   // Decided by the parent alone: the widget may be asked for before the
   // page has made it a cell.
   if ((className == QLatin1String("QLabel") || className == QLatin1String("NewImage")) &&

@@ -276,7 +276,7 @@ QAccessibleInterface* ControlsFactory(const QString& className, QObject* object)
   if (className == QLatin1String("UpDown")) return new UpDownAccessible(static_cast<UpDown*>(widget));
   if (className == QLatin1String("NewTabControl"))
     return accessible::MakeTabControlAccessible(static_cast<NewTabControl*>(widget));
-  if (className == QLatin1String("MessageBox"))
+  if (className == QLatin1String(MessageBox::staticMetaObject.className()))
     return new MessageBoxAccessible(static_cast<MessageBox*>(widget));
   if (className == QLatin1String("AutoComplete"))
     return new AutoCompleteAccessible(static_cast<AutoComplete*>(widget));
