@@ -22,7 +22,17 @@ QString InFolder(const QString& folder, const QString& name) {
 
 QString ProgramFolderFile(const QString& name) { return InFolder(App().ProgramFolder, name); }
 
-bool DataFileIsPerUser() { return !platform::CanWriteFolder(App().ProgramFolder); }
+bool ProgramFolderIsShared(const QString& folder) {
+  // An installed program stands in the system's folders, which the system's
+  // package manager owns and replaces at an update: no user's file belongs
+  // there, even when this user (the administrator) could write it.
+  const QString clean = QDir::cleanPath(folder);
+  for (const char* system : {"/usr/", "/opt/"})
+    if (clean.startsWith(QLatin1String(system))) return true;
+  return !platform::CanWriteFolder(folder);
+}
+
+bool DataFileIsPerUser() { return ProgramFolderIsShared(App().ProgramFolder); }
 
 QString DataFileFolder() {
   if (!DataFileIsPerUser()) return App().ProgramFolder;

@@ -14,8 +14,12 @@
 // (a root folder "/" gives "/name").
 QString ProgramFolderFile(const QString& name);
 
+// True for a program folder that users share: one this user cannot write,
+// or one in the system's folders (/usr, /opt), which the package manager owns.
+bool ProgramFolderIsShared(const QString& folder);
+
 // True when the data file lives in the user's data folder, because the
-// program folder cannot be written.
+// program folder is shared.
 bool DataFileIsPerUser();
 // The folder of the data file: the program folder, or $XDG_DATA_HOME/Vistrel.
 QString DataFileFolder();

@@ -5,9 +5,9 @@
 #include <QHash>
 #include <QStandardPaths>
 
-#include "platform/FolderAccess.h"
 #include "platform/SettingsStore.h"
 #include "core/AppState.h"
+#include "core/DataFilePlace.h"
 
 namespace settings {
 
@@ -38,7 +38,7 @@ void SaveTrueFalse(const QString& key, bool value) { SaveSetting(key, value ? "T
 
 QString MyMediaFolder() {
   const QString folder = App().ProgramFolder;
-  if (platform::CanWriteFolder(folder))
+  if (!ProgramFolderIsShared(folder))
     return folder.endsWith('/') ? folder + "MyMedia" : folder + "/MyMedia";
   // No "MyMedia" can be made in a read-only program folder: the user's own
   // pictures folder stands in, or the home folder when there is none.

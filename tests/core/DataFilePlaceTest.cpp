@@ -115,6 +115,17 @@ TEST_F(DataFilePlace, NoFreshFileAndNoUserFileStopTheStartWithTheMessage) {
   EXPECT_EQ(ReadBytes(user), QByteArray("not a data file"));
 }
 
+TEST_F(DataFilePlace, AProgramInTheSystemsFoldersIsSharedEvenWhenItCouldBeWritten) {
+  platform::TheServices().FolderWriteProbe = [](const QString&) { return true; };
+  EXPECT_TRUE(ProgramFolderIsShared("/usr/lib/vistrel"));
+  EXPECT_TRUE(ProgramFolderIsShared("/opt/vistrel/"));
+  EXPECT_TRUE(ProgramFolderIsShared("/usr/local/lib/vistrel"));
+  EXPECT_FALSE(ProgramFolderIsShared("/home/ann/vistrel/build/program"));
+  EXPECT_FALSE(ProgramFolderIsShared("/usrdata/vistrel"));
+  App().ProgramFolder = "/usr/lib/vistrel";
+  EXPECT_EQ(DataFilePath(), testenv::Root() + "/data/Vistrel/Vistrel.VRD");
+}
+
 TEST_F(DataFilePlace, MyMediaOfAReadOnlyProgramFolderIsThePicturesFolderElseHome) {
   ProgramFolderReadOnly();
   const QString home = testenv::Root() + "/home";
