@@ -384,6 +384,10 @@ void StopVirtualScreen(QProcess& server) {
 int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   const QStringList args = app.arguments();
+  if (args.size() > 1 && args[1].startsWith('-')) {
+    std::printf("usage: StartupBench [photo folder] [rounds]\n");
+    return args[1] == "--help" || args[1] == "-h" ? 0 : 2;
+  }
   const QString photoFolder = QDir(args.size() > 1 ? args[1] : QString("/tmp/vistrel-bench-photos")).absolutePath();
   const int rounds = std::max(1, args.size() > 2 ? args[2].toInt() : DefaultRounds);
 
