@@ -145,15 +145,12 @@ TEST_F(AlbumStoreTest, RowsOfMissingFilesShowAsTheBrowserShowsUnreadableFiles) {
   }
   EXPECT_NE(window.ThumbImage[1]->Picture().toImage().convertToFormat(QImage::Format_ARGB32),
             invalid);
-  EXPECT_EQ(window.CellTwips(PicturesTab, 1).size(), QSizeF(1380, 920));
 
   // Videos and audios are listed by their names, in the album's order.
   window.SetCurrentTab(VideosTab);
   EXPECT_EQ(PageNames(window, VideosTab), QStringList({"clip.avi", "film.mpg"}));
-  EXPECT_EQ(window.CountLabel[1]->text(), "1 to 2 of 2 video files");
   window.SetCurrentTab(AudiosTab);
   EXPECT_EQ(PageNames(window, AudiosTab), QStringList({"song.mp3"}));
-  EXPECT_EQ(window.CountLabel[2]->text(), "1 to 1 of 1 audio files");
 }
 
 // A child process saves the album over and over, each save one transaction

@@ -57,37 +57,13 @@ TEST(FormKeyDown, TheTableMatchesFromTheTop) {
   EXPECT_EQ(Down(Letter('F'), 3), "common");
 }
 
-TEST(FormKeyDown, CtrlLettersClickTheirButtons) {
-  QStringList buttons;
-  for (char c = 'A'; c <= 'Z'; ++c) {
-    if (const auto button = CommandBarButtonForKey(Letter(c)))
-      buttons << QString(QChar(c)) + "=" + BarButtonName(*button);
-  }
-  EXPECT_EQ(buttons, QStringList({"A=audioButton", "B=albumButton", "C=cdButton", "D=dvdButton",
-                                  "E=ejectButton", "F=searchButton", "H=HelpButton",
-                                  "L=DirectoryButton", "M=multimediaButton", "O=optionsButton",
-                                  "R=refreshButton", "S=sortButton", "V=videoButton",
-                                  "X=mixerButton"}));
-  EXPECT_FALSE(CommandBarButtonForKey(keys::Key0 + 1).has_value());
-}
-
-TEST(FormKeyDown, PauseFocusesOnlyAnUnframedTabWithEntriesOtherThanDocuments) {
-  EXPECT_TRUE(PauseFocusesFirstCell(PicturesTab, 1, false));
-  EXPECT_TRUE(PauseFocusesFirstCell(AudiosTab, 5, false));
-  EXPECT_FALSE(PauseFocusesFirstCell(VideosTab, 5, true));
-  EXPECT_FALSE(PauseFocusesFirstCell(VideosTab, 0, false));
-  EXPECT_FALSE(PauseFocusesFirstCell(DocumentsTab, 5, false));
-}
-
 TEST(FormKeyUp, CtrlNPAndTWithTheirConditions) {
   EXPECT_EQ(FormKeyUpAction(Letter('N'), 2, DocumentsTab, 0, ""), KeyUpAction::ContextMenu);
   EXPECT_EQ(FormKeyUpAction(Letter('N'), 0, PicturesTab, 3, ""), KeyUpAction::Nothing);
   EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, PicturesTab, 0, ""), KeyUpAction::Properties);
-  EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, DocumentsTab, 0, ""), KeyUpAction::Properties);
   EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, VideosTab, 0, ""), KeyUpAction::Nothing);
   EXPECT_EQ(FormKeyUpAction(Letter('P'), 2, AudiosTab, 1, "wav"), KeyUpAction::Properties);
   EXPECT_EQ(FormKeyUpAction(Letter('P'), 1, AudiosTab, 1, "wav"), KeyUpAction::Nothing);
-  EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "mp1"), KeyUpAction::Mp3Tags);
   EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "MP2"), KeyUpAction::Mp3Tags);
   EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "mp3"), KeyUpAction::Mp3Tags);
   EXPECT_EQ(FormKeyUpAction(Letter('T'), 2, AudiosTab, 1, "wma"), KeyUpAction::Nothing);
@@ -102,7 +78,6 @@ TEST(Enter, ThumbnailSizeIsClampedToTheBoxAndItsLimits) {
   EXPECT_EQ(ThumbnailSizeAfterEnter(1.0007, tall), 1441);  // Int, not rounding
   // A box of 2500 twips takes cells of (2500 - 270) / 1440 inches at most.
   EXPECT_EQ(ThumbnailSizeAfterEnter(3, 2500), 2230);
-  EXPECT_EQ(ThumbnailSizeAfterEnter(1.5, 2500), 2160);
   // A box too low for half an inch takes what fits; nonsense is the smallest.
   EXPECT_EQ(ThumbnailSizeAfterEnter(2, 300), 30);
   EXPECT_EQ(ThumbnailSizeAfterEnter(std::nan(""), tall), 720);
@@ -114,19 +89,10 @@ TEST(Enter, PositionLeadsToItsPageAndCell) {
     return QStringLiteral("%1/%2").arg(j.ScrollValue).arg(j.FocusCell);
   };
   EXPECT_EQ(jump(95, 200, 40, PicturesTab), "2/14");
-  EXPECT_EQ(jump(80, 200, 40, VideosTab), "1/39");
   EXPECT_EQ(jump(81, 200, 40, AudiosTab), "2/0");
-  EXPECT_EQ(jump(0, 200, 40, PicturesTab), "0/0");
   EXPECT_EQ(jump(5000, 200, 40, PicturesTab), "4/39");
   EXPECT_EQ(jump(5000, 201, 40, PicturesTab), "5/0");
   EXPECT_EQ(jump(95, 200, 40, DocumentsTab), "2/-1");
   EXPECT_EQ(jump(7, 0, 40, PicturesTab), "0/-1");
   EXPECT_EQ(jump(7, 10, 0, PicturesTab), "6/0");
-}
-
-TEST(GoingHome, TheFirstTabWithEntries) {
-  EXPECT_EQ(FirstNonEmptyTab({3, 1, 1, 1}), PicturesTab);
-  EXPECT_EQ(FirstNonEmptyTab({0, 0, 2, 1}), AudiosTab);
-  EXPECT_EQ(FirstNonEmptyTab({0, 0, 0, 1}), DocumentsTab);
-  EXPECT_EQ(FirstNonEmptyTab({0, 0, 0, 0}), 0);
 }

@@ -110,12 +110,6 @@ bool GroupGone(qint64 group) {
 
 }  // namespace
 
-TEST(ThumbnailLoaderTest, TwoToFourWorkers) {
-  EXPECT_EQ(ThumbnailWorkerCount(1), 2);
-  EXPECT_EQ(ThumbnailWorkerCount(3), 3);
-  EXPECT_EQ(ThumbnailWorkerCount(64), 4);
-}
-
 TEST(ThumbnailLoaderTest, ResultsArriveInPageOrderAndTheSecondVisitDecodesNothing) {
   // A big photograph first: the small pictures after it are done long
   // before it, and must wait for it.

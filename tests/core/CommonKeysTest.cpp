@@ -90,8 +90,6 @@ TEST(CommonKeys, F5RefreshesTheTreeOnlyOfAWindowThatHasOne) {
   EXPECT_EQ(window.refreshes, 0);
   HandleCommonKey(&window, F5, keys::NoShift, false, true);
   EXPECT_EQ(window.refreshes, 1);
-  HandleCommonKey(&window, F5, keys::CtrlMask, false, true);
-  EXPECT_EQ(window.refreshes, 1);
   // A window without the routine is passed over.
   QWidget plain;
   HandleCommonKey(&plain, F5, keys::NoShift, false, true);

@@ -52,46 +52,6 @@ TEST(WindowRegistry, UnloadsInReverseOrderAndKeepsARefusingWindow) {
   EXPECT_TRUE(first.isNull());
 }
 
-TEST(WindowRegistry, LoadsThroughALoaderOnlyWhenNotLoaded) {
-  int made = 0;
-  Windows().SetLoader(WindowId::AlbumSelect, [&made] {
-    ++made;
-    return new QWidget;
-  });
-  QWidget* select = Windows().Load(WindowId::AlbumSelect);
-  ASSERT_NE(select, nullptr);
-  EXPECT_EQ(Windows().Load(WindowId::AlbumSelect), select);
-  EXPECT_EQ(made, 1);
-  EXPECT_EQ(Windows().Load(WindowId::AlbumEdit), nullptr);
-  Windows().Closed(select);
-  EXPECT_FALSE(Windows().IsLoaded(WindowId::AlbumSelect));
-  delete select;
-}
-
-// The orders in which the program walks its windows.
-TEST(WindowRoles, OrdersOfTheRefitTheForwardAndTheClose) {
-  const auto names = [](const std::vector<WindowId>& ids) {
-    QStringList list;
-    for (WindowId id : ids) list << WindowName(id);
-    return list;
-  };
-  EXPECT_EQ(names(WindowsWith({}, RoleOrder::Refit)),
-            QStringList({"AlbumEdit", "SingleImage", "SingleVideo", "SingleAudio", "FindFiles"}));
-  EXPECT_EQ(names(WindowsWith({}, RoleOrder::Forward)),
-            QStringList({"SingleImage", "SingleAudio", "SingleVideo", "OptionsEntry",
-                         "SelectionSort", "FindFiles"}));
-  EXPECT_EQ(names(WindowsWith({}, RoleOrder::CloseAsk)),
-            QStringList({"OptionsEntry", "SelectionSort", "AlbumEdit"}));
-  EXPECT_EQ(names(WindowsWith([](const WindowRoles& r) { return r.Refit == OnRefit::Passes; })),
-            QStringList({"Background", "ChangeMP3", "ChooseDirectory", "CleaningMessage",
-                         "CopyMessage", "DeleteMessage", "DeleteVerify", "frmAbout",
-                         "LoadingMessage", "MessageBox", "PrinterSetup", "RenameFile",
-                         "ReplaceVerify", "SlideshowController", "Target"}));
-  EXPECT_EQ(names(WindowsWith([](const WindowRoles& r) { return r.MinimisedByBrowser; })),
-            QStringList({"AlbumEdit", "FindFiles", "SelectionSort", "OptionsEntry", "SingleImage",
-                         "SingleVideo", "SingleAudio"}));
-}
-
 TEST(WindowShow, AWindowBroughtForwardTakesTheKeyboardFromTheOneBefore) {
   QMdiArea area;
   auto* before = new QLineEdit;

@@ -1,11 +1,9 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
 #include <QFile>
 #include <QTest>
 
 #include "platform/MailProgram.h"
-#include "platform/SiblingPrograms.h"
 #include "support/TestEnv.h"
 
 namespace {
@@ -51,18 +49,4 @@ TEST_F(MailProgramTest, TheMailCommandGetsEveryFileAsOneAttachment) {
   EXPECT_EQ(LinesOf(record),
             QStringList({"--attach", testenv::Root() + "/media/Straße am Meer – Ölbild 1.jpg",
                          "--attach", testenv::Root() + "/media/song.mp3"}));
-}
-
-TEST_F(MailProgramTest, WithoutTheMailCommandNothingStarts) {
-  QDir().mkpath(testenv::Root() + "/empty");
-  qputenv("PATH", (testenv::Root() + "/empty").toUtf8());
-  QStringList started;
-  platform::SetProgramStarter([&started](const QString& path, const QStringList&) {
-    started << path;
-    return true;
-  });
-  EXPECT_FALSE(platform::MailProgramAvailable());
-  EXPECT_FALSE(
-      platform::ComposeMailWithAttachments({testenv::MakeFile(testenv::Root() + "/a.jpg", "x")}));
-  EXPECT_TRUE(started.isEmpty());
 }

@@ -31,20 +31,17 @@ TEST(WindowFit, AfterAResizeTheMainWindowComesInsideTheWorkAreaOneTickAtATime) {
       {"hangs out", {1500, 900, 12000, 8000}, shrunken, 15000, 8000, Step({}, {}, 0, {}, true)},
       {"fitted", {0, 900, 12000, 8000}, shrunken, 12000, 8000, MainFitStep{}},
       // Height works the same way, after the width is right.
-      {"too high", {0, 600, 12000, 12000}, shrunken, 12000, 12000, Step({}, 9000, {}, {}, false)},
       {"hangs out below", {0, 600, 12000, 9000}, shrunken, 12000, 12000, Step({}, {}, {}, 0, true)},
       // Below the minimum: the width first, alone, then the height.
       {"below the minimum", {0, 0, 9000, 5000}, tiny, 9600, 6780, Step(9600, {}, {}, {}, false)},
       {"too low", {0, 0, 9600, 5000}, tiny, 9600, 6780, Step({}, 6780, {}, {}, false)},
       // Larger than a work area below the minimum: down to the minimum, not to it.
-      {"wide on a tiny area", {0, 0, 14000, 6780}, tiny, 14000, 6780, Step(9600, {}, {}, {}, false)},
       {"high on a tiny area", {0, 0, 9600, 11000}, tiny, 9600, 11000, Step({}, 6780, {}, {}, false)},
       // At the minimum in the corner the window hangs out and nothing moves;
       // away from the corner it comes back to the work area's edge, no further.
       {"minimum in the corner", {0, 0, 9600, 6780}, tiny, 9600, 6780, MainFitStep{}},
       {"minimum off the corner", {450, 300, 9600, 6780}, tiny, 9600, 6780, Step({}, {}, 0, 0, false)},
       // A work area beside a panel is measured from its own edges.
-      {"inside beside a panel", {3000, 600, 10500, 9000}, beside, 10500, 9000, MainFitStep{}},
       {"out beside a panel", {5000, 3000, 10500, 9000}, beside, 10500, 9000, Step({}, {}, 3000, 600, false)},
   };
   for (const auto& c : cases)
@@ -81,7 +78,6 @@ TEST(WindowFit, AChangedWorkAreaPutsTheMainWindowBackInside) {
 TEST(WindowFit, ViewersArePlacedAndSizedInsideTheBrowser) {
   const int width = 12000, height = 8000;  // the browser's width, the main window's client height
   EXPECT_EQ(PlacedViewerRect(QRect(-300, -60, 4000, 3000), width, height), QRect(0, 0, 4000, 3000));
-  EXPECT_EQ(PlacedViewerRect(QRect(9000, 6000, 3000, 2000), width, height), QRect(0, 0, 3000, 2000));
   // Exactly at the margins it stays.
   EXPECT_EQ(PlacedViewerRect(QRect(7880, 5940, 4000, 2000), width, height), QRect(7880, 5940, 4000, 2000));
   EXPECT_EQ(PlacedViewerRect(QRect(7881, 5941, 4000, 2000), width, height), QRect(0, 0, 4000, 2000));
@@ -100,7 +96,6 @@ TEST(WindowFit, TheFirstRunTimerOffersTheTutorialThenTheOptions) {
   // No character: no tutorial, no watch; a new user gets the options once.
   EXPECT_EQ(run(false, true, true, false, false), (A{false, false, false, true, false}));
   EXPECT_EQ(run(false, true, true, true, false), A{});
-  EXPECT_EQ(run(false, false, false, false, false), A{});
   // The character without a speech engine: the same, and the options window
   // is shown before its button is pressed.
   EXPECT_EQ(run(true, false, true, false, false), (A{false, false, true, true, false}));
@@ -108,7 +103,6 @@ TEST(WindowFit, TheFirstRunTimerOffersTheTutorialThenTheOptions) {
   // Both: the tutorial first and the options second, each until it has been
   // seen or saved; and the watch goes on.
   EXPECT_EQ(run(true, true, true, false, false), (A{true, true, false, true, true}));
-  EXPECT_EQ(run(true, true, true, false, true), (A{true, false, false, true, true}));
   EXPECT_EQ(run(true, true, true, true, false), (A{true, true, false, false, true}));
   EXPECT_EQ(run(true, true, true, true, true), (A{true, false, false, false, true}));
   // Later ticks only keep the button enabled.

@@ -47,12 +47,6 @@ inline QString Mp3(int seconds) {
               {"-f", "lavfi", "-i", "sine=frequency=440", "-t", QString::number(seconds), "-c:a", "libmp3lame"});
 }
 
-// An hour, 5 seconds of silence, small and quick to make.
-inline QString LongMp3() {
-  return Made("long.mp3", {"-f", "lavfi", "-i", "anullsrc=r=8000:cl=mono", "-t", "3605", "-c:a",
-                           "libmp3lame", "-b:a", "8k"});
-}
-
 // A film of 320 x 240 pixels with sound, 2 seconds.
 inline QString Film() {
   return Made("film.avi", {"-f", "lavfi", "-i", "testsrc=size=320x240:rate=25", "-f", "lavfi", "-i",
